@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QMainWindow>
+
+class QConverterMainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    QConverterMainWindow();
+};

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// What went wrong in a scan or save that goes on all the same: sentences for the user, each naming a path.
+/// Workers add, the window and the command line take them when the run has ended. Safe from any thread.
+
+/// Adds a sentence; one that stands there already is not added again.
+void reportProblem(const QString &sentence);
+/// All sentences in the order in which they came, and forgets them.
+QStringList takeProblems();
+/// True if there is any.
+bool hasProblems();

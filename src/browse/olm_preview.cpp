@@ -1,0 +1,6 @@
+#include "browse/preview.h"
+
+std::optional<PreviewText> previewOfOlmMessage(const QString &, const QString &)
+{
+    return std::nullopt;
+}

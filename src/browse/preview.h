@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+/// One append to the header pane.
+struct HeaderLine {
+    QString text;
+    bool bold = false; ///< the sender
+};
+
+/// What the preview shows of one message.
+struct PreviewText {
+    std::vector<HeaderLine> header; ///< in the order of the appends
+    std::optional<QString> html;    ///< text for the web view; nothing: the web view stays closed
+};
+
+/// The message that fills a file (OnWebViewInHTML). A file that can't be opened shows nothing.
+PreviewText previewOfFile(const QString &path);
+/// A message inside a mailbox file; offset and length in bytes, decimal text (OnWebViewForMboxFileInHTML).
+PreviewText previewOfMailboxMessage(const QString &path, const QString &offset, const QString &length);
+/// A message of the .olm file m_selectedFile: the first record with this body offset and body size in bytes,
+/// decimal text. Nothing if there is none.
+std::optional<PreviewText> previewOfOlmMessage(const QString &bodyOffset, const QString &bodySize);

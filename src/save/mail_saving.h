@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QThread>
+#include <QWaitCondition>
+
+/// The save thread: writes the ticked folders of the last scan into a bundle below saveDir. One object for the
+/// whole run of the program; each save is one run of the thread, which picks a reader by the store kind flag
+/// and the target flag. Signals reach the main thread queued.
+class QMailSaving : public QThread
+{
+    Q_OBJECT
+
+public:
+    explicit QMailSaving(QObject *parent = nullptr);
+
+    /// Starts a save. While one runs it is asked to stop instead, and no new one begins.
+    void SetInitialSettings();
+
+    // Readers, each in the source file of its store.
+    void PostBoxFileSearch();
+    void FileSearch();
+    void FileSearchForEmlOutlook();
+    void FileSearchForEmlAppleMail();
+    void FileSearchForEmlandfEmlOutlook();
+    void FileSearchForEmlandfEmlAppleMail();
+    void FileSearchForMbsOutlook();
+    void FileSearchForMbsAppleMail();
+    void OnMailSaving();
+
+signals:
+    void OnShowProgressDlg();                        ///< a reader begins
+    void OnIndivisibleProgressvalue(double percent); ///< overall progress
+    void OnSubProgressHide();                        ///< a reader has ended
+    void ProgressDailogHide();                       ///< likewise
+    void FinishSaving();                             ///< likewise; may come several times in one save
+    void ShowProgressLabel();                        ///< the OLM reader has counted; nothing listens
+    void NoDataIntoFile();                           ///< no reader sends it
+    void OnSubProgressvalue(double percent);         ///< no reader sends it
+    void SettingForOlm(qint64 value);                ///< no reader sends it
+    void SigForProgressValueOfOlm(qint64 value);     ///< no reader sends it
+
+protected:
+    void run() override;
+
+private:
+    /// OnSubProgressHide, ProgressDailogHide, FinishSaving.
+    void emitFinished();
+
+    QWaitCondition m_wait;
+};

@@ -1,0 +1,6 @@
+#include "save/mail_saving.h"
+
+void QMailSaving::OnMailSaving()
+{
+    emitFinished();
+}

@@ -1,0 +1,60 @@
+#include "scan/message_saving_thread.h"
+
+#include "app/shared_state.h"
+#include "scan/store_kinds.h"
+
+#include <QStringList>
+
+QMessageSavingThread::QMessageSavingThread(QObject *parent) : QThread(parent)
+{
+    bStopFlag = false;
+}
+
+void QMessageSavingThread::SetInitialSettings()
+{
+    bStopFlag = false;
+    if (isRunning())
+        bStopFlag = true;
+    else
+        start(QThread::LowPriority);
+}
+
+void QMessageSavingThread::run()
+{
+    setStoreKind(nullptr);
+    bForAppleMail = false;
+    bForOutlookMail = false;
+    bProcessRunning = true;
+    CleanLinkedList();
+    bStopFlag = false;
+    bParseDatabase = false;
+    bParseDatabaseClose = false;
+
+    if (const StoreKind *kind = findStoreKind(m_mailClientIndex); kind && kind->reader) {
+        setStoreKind(kind->kindFlag);
+        (this->*kind->reader)();
+        nextItr = 0;
+    }
+
+    bStopFlag = false;
+    bProcessRunning = false;
+    bCheckFucntion = false;
+    for (QStringList *list : {&listOfPath1, &listOfPathOfPartialEmlx, &listOfPathOfOnlyEmlx,
+                              &listOfPathOfOnlyEml, &listOfPathOfEmlxPart, &AllFilePathInStrList})
+        list->clear();
+    sendTree();
+}
+
+void QMessageSavingThread::sendTree()
+{
+    for (auto folder = objMapFID_PID.constBegin(); folder != objMapFID_PID.constEnd(); ++folder)
+        emit MakeTreeWidget(folder.key(), objMapFID_Name.value(folder.key()), folder.value(),
+                            MapLeftTreePath.value(folder.key()));
+}
+
+void QMessageSavingThread::emitFinished()
+{
+    emit OnSubProgressHide();
+    emit ProgressDailogHide();
+    emit FinishScaning();
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QThread>
+
+/// The scan thread: turns the selected store (m_selectedFile) into folder maps, file records and message
+/// records. One object for the whole run of the program; each scan is one run of the thread. All readers are
+/// members; each lies in a source file of its own and calls plain functions for everything that knows a
+/// format. Signals reach the main thread queued.
+class QMessageSavingThread : public QThread
+{
+    Q_OBJECT
+
+public:
+    explicit QMessageSavingThread(QObject *parent = nullptr);
+
+    /// Starts a scan. While one runs it is asked to stop instead, and no new one begins.
+    void SetInitialSettings();
+
+    int m_mailClientIndex = 0; ///< client index (storeKinds); picks the reader
+
+    // Readers; see readerOfClient for who calls which.
+    void PostBoxFileSearch();
+    void FileSearch();
+    void CreateFile();
+    void FileSearchForEml();
+    void FileSearchForEmlandfEml();
+    void FileSearchForMbs();
+
+signals:
+    void OnShowProgressDlg();                        ///< a reader begins
+    void OnIndivisibleProgressvalue(double percent); ///< overall progress
+    void OnSubProgressvalue(double percent);         ///< progress within the current item
+    void OnSubProgressHide();                        ///< the sub-progress is over
+    void ProgressDailogHide();                       ///< the reader has finished
+    void FinishScaning();                            ///< the reader has finished with data
+    void NoDataIntoFile();                           ///< the reader found nothing
+    /// One folder for the tree, parents before children.
+    void MakeTreeWidget(qint64 folderId, const QString &name, qint64 parentId, const QString &path);
+
+protected:
+    void run() override;
+
+private:
+    /// The closing signals of a reader that has gone through all its input: OnSubProgressHide,
+    /// ProgressDailogHide, FinishScaning.
+    void emitFinished();
+    void sendTree();
+};

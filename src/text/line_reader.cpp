@@ -1,0 +1,124 @@
+#include "text/line_reader.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+constexpr size_t blockBytes = 256 * 1024;
+}
+
+LineReader::~LineReader()
+{
+    close();
+}
+
+bool LineReader::open(const QString &path)
+{
+    close();
+    m_file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    struct stat info = {};
+    const bool opened = m_file >= 0 && ::fstat(m_file, &info) == 0;
+    if (!opened || !S_ISREG(info.st_mode)) {
+        const QString reason = opened ? QStringLiteral("not a regular file") : qt_error_string(errno);
+        close();
+        m_error = path + QStringLiteral(": ") + reason;
+        return false;
+    }
+    m_size = info.st_size;
+    m_error.clear();
+    return true;
+}
+
+void LineReader::close()
+{
+    if (m_file >= 0)
+        ::close(m_file);
+    m_file = -1;
+    m_blockStart = 0;
+    m_filled = m_next = 0;
+    m_size = 0;
+}
+
+// Moves what has not been read to the front of the block and fills up behind it.
+bool LineReader::readBlock()
+{
+    if (m_file < 0)
+        return false;
+    m_filled -= m_next;
+    if (m_filled > 0)
+        std::memmove(m_block.data(), m_block.data() + m_next, m_filled);
+    m_blockStart += static_cast<qint64>(m_next);
+    m_next = 0;
+    if (m_block.size() < blockBytes)
+        m_block.resize(blockBytes);
+    else if (m_filled == m_block.size())
+        m_block.resize(m_block.size() * 2);
+    ssize_t got = 0;
+    do {
+        got = ::pread(m_file, m_block.data() + m_filled, m_block.size() - m_filled,
+                      m_blockStart + static_cast<qint64>(m_filled));
+    } while (got < 0 && errno == EINTR);
+    if (got <= 0)
+        return false;
+    m_filled += static_cast<size_t>(got);
+    return true;
+}
+
+std::optional<std::string_view> LineReader::readLine()
+{
+    size_t searched = 0;
+    for (;;) {
+        const char *start = m_block.data() + m_next;
+        const size_t available = m_filled - m_next;
+        const void *feed =
+            available > searched ? std::memchr(start + searched, '\n', available - searched) : nullptr;
+        if (!feed) {
+            searched = available;
+            if (readBlock())
+                continue;
+            if (m_filled == 0)
+                return std::nullopt;
+            const std::string_view rest(m_block.data(), m_filled);
+            m_next = m_filled;
+            return rest;
+        }
+        size_t length = static_cast<size_t>(static_cast<const char *>(feed) - start) + 1;
+        m_next += length;
+        if (m_mode == Mode::Text && length > 1 && start[length - 2] == '\r') {
+            // The CR becomes the line feed in the block; going back re-reads the block from the file.
+            --length;
+            m_block[m_next - 2] = '\n';
+        }
+        return std::string_view(start, length);
+    }
+}
+
+void LineReader::seek(qint64 position)
+{
+    // Lines in the block may have lost their CR, so the block is dropped.
+    m_blockStart = std::max<qint64>(0, position);
+    m_filled = m_next = 0;
+}
+
+bool LineReader::atEnd()
+{
+    return m_next == m_filled && !readBlock();
+}
+
+QString lineText(std::string_view line)
+{
+    return wholeLineText(line.substr(0, line.find('\0')));
+}
+
+QString wholeLineText(std::string_view line)
+{
+    return QString::fromUtf8(line.data(), static_cast<int>(line.size()));
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+/// Reads a file line by line in blocks, never holding it whole. A line runs through its line feed, or to the
+/// end of the file; it may be of any length and hold zero bytes. The file is opened read-only; that it shrinks
+/// or grows meanwhile is no error, reading just ends where it ends.
+class LineReader
+{
+public:
+    /// In text mode a CR directly before the line feed is not delivered; positions stay those of the file.
+    enum class Mode { Bytes, Text };
+
+    explicit LineReader(Mode mode) : m_mode(mode) {}
+    ~LineReader();
+    LineReader(const LineReader &) = delete;
+    LineReader &operator=(const LineReader &) = delete;
+
+    /// Opens a regular file. False if that fails; errorString() then names the path.
+    bool open(const QString &path);
+    void close();
+
+    /// The next line, line feed included, or nothing at the end of the file. The view is valid until the next
+    /// call.
+    std::optional<std::string_view> readLine();
+
+    /// Bytes from the start of the file to the next byte that readLine will look at.
+    qint64 position() const { return m_blockStart + static_cast<qint64>(m_next); }
+    /// Goes to a byte position; one outside the file reads as its end.
+    void seek(qint64 position);
+    bool atEnd();
+    /// The file's size in bytes when it was opened.
+    qint64 size() const { return m_size; }
+    QString errorString() const { return m_error; }
+
+private:
+    bool readBlock();
+
+    Mode m_mode;
+    int m_file = -1;
+    qint64 m_size = 0;
+    QString m_error;
+    std::vector<char> m_block; ///< bytes of the file from m_blockStart on; grows only for a longer line
+    qint64 m_blockStart = 0;
+    size_t m_filled = 0; ///< valid bytes in m_block
+    size_t m_next = 0;   ///< index of the next byte
+};
+
+/// A line as text: its bytes up to the first zero byte, read as UTF-8 as QString does (a byte order mark at the
+/// start of the line goes, an invalid byte becomes U+FFFD).
+QString lineText(std::string_view line);
+/// The same without the stop at a zero byte.
+QString wholeLineText(std::string_view line);
