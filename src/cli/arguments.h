@@ -1,0 +1,30 @@
+#pragma once
+
+#include "scan/store_kinds.h"
+
+#include <QString>
+#include <QStringList>
+
+enum class Command { Scan, List, Preview, Convert, Help, Version };
+
+/// Exit statuses of velmora-convert.
+enum ExitStatus { ExitDone = 0, ExitNothing = 1, ExitUsage = 2, ExitStopped = 3, ExitEndedEarly = 4 };
+
+/// What the command line asked for, checked and made absolute.
+struct Arguments {
+    Command command = Command::Help;
+    const StoreKind *kind = nullptr;
+    QString store;       ///< absolute, no trailing "/"
+    QStringList folders; ///< tree paths of --folder, in the order given
+    bool json = false;
+    bool quiet = false;
+    bool replace = false;
+    bool toAppleMail = false; ///< convert: the Apple Mail bundle, else the Outlook one
+    QString outDir;           ///< convert: existing folder, absolute, no trailing "/"
+    QString error;            ///< why this is a usage error; "" if it is none
+};
+
+/// Reads the command line (arguments[0] is the program). A mistake leaves its reason in `error`.
+Arguments parseArguments(const QStringList &arguments);
+/// The text of --help.
+QString helpText();

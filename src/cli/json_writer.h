@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <cstdio>
+
+/// Writes one JSON document (RFC 8259) to a stream as it goes, in UTF-8, so that a store of any size needs no
+/// document in memory. The caller keeps begin and end calls in balance.
+class JsonWriter
+{
+public:
+    explicit JsonWriter(std::FILE *stream) : m_stream(stream) {}
+    ~JsonWriter();
+    JsonWriter(const JsonWriter &) = delete;
+    JsonWriter &operator=(const JsonWriter &) = delete;
+
+    void beginObject() { open('{'); }
+    void endObject() { close('}'); }
+    void beginArray() { open('['); }
+    void endArray() { close(']'); }
+    /// The name of the member that comes next in an object.
+    JsonWriter &key(const char *name);
+    void value(const QString &text);
+    void value(qint64 number);
+    void null();
+
+private:
+    void open(char bracket);
+    void close(char bracket);
+    void separate();
+    void writeText(const QString &text);
+    void flushIfLarge();
+
+    std::FILE *m_stream;
+    QByteArray m_buffer;
+    bool m_needsComma = false;
+};
