@@ -1,0 +1,235 @@
+#include "store_files.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <csignal>
+
+namespace
+{
+struct Run {
+    int status;
+    QByteArray out;
+    QByteArray err;
+    QJsonObject json() const { return QJsonDocument::fromJson(out).object(); }
+};
+
+Run convert(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(qEnvironmentVariable("VELMORA_CONVERT"), arguments);
+    process.waitForFinished();
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+const QByteArray mailbox = "From - Mon Jan  1 00:00:00 2007\n"
+                           "From: Ann <ann@example.org>\n"
+                           "Subject: A \"quote\", a \\ and a tab\there\n"
+                           "\n"
+                           "Hello\n";
+} // namespace
+
+class TestCli : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void usage_data();
+    void usage();
+    void helpAndVersion();
+    void nothingToRead();
+    void scanJson();
+    void listAndFolder();
+    void convertAndReplace();
+    void linkAtTheBundlesPlace();
+    void unwritableTarget();
+    void stopSignal();
+
+private:
+    QString store() const { return m_dir->filePath("profile"); }
+    QString out() const { return m_dir->filePath("out"); }
+    QString bundle() const { return out() + "/Main Identity.rge"; }
+
+    QScopedPointer<QTemporaryDir> m_dir;
+};
+
+void TestCli::init()
+{
+    m_dir.reset(new QTemporaryDir);
+    writeFiles(store(), {{"Mail/Local Folders/Inbox", mailbox}, {"Mail/Local Folders/Sent", mailbox}});
+    QVERIFY(QDir().mkpath(out()));
+}
+
+void TestCli::usage_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("nothing") << QStringList{};
+    QTest::newRow("unknown command") << QStringList{"sing", "--client", "3", "/tmp"};
+    QTest::newRow("no client") << QStringList{"scan", "/tmp"};
+    QTest::newRow("client 0") << QStringList{"scan", "--client", "0", "/tmp"};
+    QTest::newRow("unknown client") << QStringList{"scan", "--client", "mutt", "/tmp"};
+    QTest::newRow("no store") << QStringList{"scan", "--client", "3"};
+    QTest::newRow("two stores") << QStringList{"scan", "--client", "3", "/tmp", "/usr"};
+    QTest::newRow("unknown option") << QStringList{"scan", "--client", "3", "--fast", "/tmp"};
+    QTest::newRow("option of another command") << QStringList{"scan", "--client", "3", "--replace", "/tmp"};
+    QTest::newRow("no target folder") << QStringList{"convert", "--client", "3", "/tmp"};
+    QTest::newRow("target folder missing")
+        << QStringList{"convert", "--client", "3", "--out", "/nowhere/at/all", "/tmp"};
+    QTest::newRow("unknown target") << QStringList{"convert", "--client", "3",    "--to",
+                                                   "mutt",    "--out",    "/tmp", "/tmp"};
+    QTest::newRow("target not offered: Apple Mail")
+        << QStringList{"convert", "--client", "apple-mbox", "--to", "apple-mail", "--out", "/tmp", "/tmp"};
+    QTest::newRow("target not offered: Outlook")
+        << QStringList{"convert", "--client", "olm", "--to", "outlook", "--out", "/tmp", "/tmp"};
+}
+
+void TestCli::usage()
+{
+    QFETCH(QStringList, arguments);
+    const Run run = convert(arguments);
+    QCOMPARE(run.status, 2);
+    QCOMPARE(run.out, QByteArray());
+    QVERIFY2(run.err.startsWith("velmora-convert: "), run.err);
+    QCOMPARE(run.err.count('\n'), 1);
+}
+
+void TestCli::helpAndVersion()
+{
+    const Run help = convert({"--help"});
+    QCOMPARE(help.status, 0);
+    for (const char *client : {"apple-mbox", "outspring", "opera"})
+        QVERIFY2(help.out.contains(client), client);
+    QCOMPARE(convert({"--version"}).out, QByteArray("velmora-convert " VELMORA_VERSION "\n"));
+}
+
+void TestCli::nothingToRead()
+{
+    for (const QString &nothing : {out(), m_dir->filePath("missing")}) {
+        const Run scan = convert({"scan", "--client", "thunderbird", "--json", nothing});
+        QCOMPARE(scan.status, 1);
+        QCOMPARE(scan.json().value("outcome").toString(), QString("nothing"));
+        QCOMPARE(convert({"list", "--client", "thunderbird", nothing}).status, 1);
+        QCOMPARE(convert({"convert", "--client", "thunderbird", "--out", out(), nothing}).status, 1);
+    }
+    QVERIFY(readFiles(out()).isEmpty());
+}
+
+void TestCli::scanJson()
+{
+    const Run run = convert({"scan", "--client", "3", "--json", store() + "/"});
+    QCOMPARE(run.status, 0);
+    QVERIFY2(run.err.isEmpty(), run.err);
+    const QJsonObject scan = run.json();
+    QCOMPARE(scan.value("client").toInt(), 3);
+    QCOMPARE(scan.value("store").toString(), store());
+    QCOMPARE(scan.value("outcome").toString(), QString("finished"));
+    const QJsonArray folders = scan.value("folders").toArray();
+    QCOMPARE(folders.size(), 4);
+    QCOMPARE(
+        folders.at(0).toObject(),
+        (QJsonObject{{"id", 502}, {"parent", 501}, {"name", "Mail"}, {"display", "Mail"}, {"path", ""}}));
+    QCOMPARE(scan.value("files").toArray().size(), 2);
+    const QJsonArray messages = scan.value("messages").toArray();
+    QCOMPARE(messages.size(), 2);
+    const QJsonObject message = messages.at(0).toObject();
+    QCOMPARE(message.value("length").toInt(), mailbox.size());
+    QCOMPARE(message.value("subject").toString(), QString("A \"quote\", a \\ and a tab\there\n"));
+    QVERIFY(!message.contains("label"));
+}
+
+void TestCli::listAndFolder()
+{
+    const Run all = convert({"list", "--client", "3", "--json", store()});
+    QCOMPARE(all.status, 0);
+    QCOMPARE(all.json().value("folders").toArray().size(), 4);
+
+    const Run one =
+        convert({"list", "--client", "3", "--json", "--folder", "Mail/Local Folders/Sent", store()});
+    const QJsonArray folders = one.json().value("folders").toArray();
+    QCOMPARE(folders.size(), 1);
+    const QJsonObject folder = folders.at(0).toObject();
+    QCOMPARE(folder.value("tree").toString(), QString("Mail/Local Folders/Sent"));
+    QCOMPARE(folder.value("count").toInt(), 1);
+    const QJsonObject row = folder.value("rows").toArray().at(0).toObject();
+    QCOMPARE(row.value("text").toString(),
+             QString("Ann <ann@example.org>\nA \"quote\", a \\ and a tab\there"));
+    QCOMPARE(row.value("offset").toString(), QString("0"));
+
+    const Run none = convert({"list", "--client", "3", "--folder", "Mail/Elsewhere", store()});
+    QCOMPARE(none.status, 1);
+    QVERIFY2(none.err.contains("Mail/Elsewhere"), none.err);
+}
+
+void TestCli::convertAndReplace()
+{
+    const QStringList one = {"convert", "--client", "3",    "--json", "--folder", "Mail/Local Folders/Inbox",
+                             "--out",   out(),      store()};
+    const Run first = convert(one);
+    QCOMPARE(first.status, 0);
+    QCOMPARE(first.json(), (QJsonObject{{"outcome", "finished"}, {"bundle", bundle()}, {"files", 1}}));
+    const FileMap written = readFiles(bundle());
+    QCOMPARE(written.value("Mail/Local Folders/Inbox.mbox"), mailbox + "\n");
+    QCOMPARE(written.size(), 4);
+
+    const Run again = convert(one);
+    QCOMPARE(again.status, 4);
+    QVERIFY2(again.err.contains("Main Identity.rge"), again.err);
+    QCOMPARE(readFiles(bundle()), written);
+
+    QCOMPARE(convert(one + QStringList{"--replace"}).status, 0);
+    QCOMPARE(readFiles(bundle()), written);
+
+    QCOMPARE(convert({"convert", "--client", "3", "--to", "apple-mail", "--out", out(), store()}).status, 0);
+    QCOMPARE(readFiles(out() + "/Main Identity.mbox").keys(),
+             (QStringList{"Mail/Local Folders/Inbox/Inbox.mbox", "Mail/Local Folders/Sent/Sent.mbox"}));
+}
+
+void TestCli::linkAtTheBundlesPlace()
+{
+    writeFiles(out(), {{"elsewhere/precious", "kept"}});
+    QVERIFY(QFile::link(out() + "/elsewhere", bundle()));
+    const QStringList arguments = {"convert", "--client", "3", "--out", out(), store()};
+    QCOMPARE(convert(arguments).status, 4);
+    QCOMPARE(convert(arguments + QStringList{"--replace"}).status, 0);
+    QVERIFY2(!QFileInfo(bundle()).isSymLink(), "the link goes, and only the link");
+    QCOMPARE(readFiles(out() + "/elsewhere"), (FileMap{{"precious", "kept"}}));
+}
+
+void TestCli::unwritableTarget()
+{
+    const QString name(252, 'x'); // with ".mbox" behind it longer than a file name may be
+    writeFiles(store(), {{"Mail/Local Folders/" + name, mailbox}});
+    const Run run = convert({"convert", "--client", "3", "--json", "--out", out(), store()});
+    QCOMPARE(run.status, 4);
+    QVERIFY2(run.err.contains("xxx.mbox"), run.err);
+    QCOMPARE(run.err.count('\n'), 1);
+    QCOMPARE(run.json().value("files").toInt(), 3);
+    QCOMPARE(readFiles(bundle()).value("Mail/Local Folders/Inbox.mbox"), mailbox + "\n");
+}
+
+void TestCli::stopSignal()
+{
+    QByteArray many;
+    for (int i = 0; i < 400000; ++i)
+        many += mailbox;
+    writeFiles(store(), {{"Mail/Local Folders/Large", many}});
+    QProcess process;
+    process.start(qEnvironmentVariable("VELMORA_CONVERT"), {"scan", "--client", "3", "--json", store()});
+    QVERIFY(process.waitForStarted());
+    QTest::qWait(60);
+    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 3);
+    const QJsonObject scan = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+    QVERIFY(scan.contains("folders"));
+}
+
+QTEST_GUILESS_MAIN(TestCli)
+#include "test_cli.moc"
