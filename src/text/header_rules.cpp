@@ -1,20 +1,235 @@
 #include "text/header_rules.h"
 
-struct HeaderDialect {
-    int placeholder = 0;
-};
-const HeaderDialect singleFileHeaders{};
-const HeaderDialect mailboxHeaders{};
-const HeaderDialect listHeaders{};
-const HeaderDialect mailboxIndexHeaders{};
-const HeaderDialect operaIndexHeaders{};
+#include "text/encoded_word.h"
 
-QString decodeSender(const QString &line, const QStringList &folds, const HeaderDialect &)
+/// What differs between the users of the rules. Each member exists because two rows differ in it.
+struct HeaderDialect {
+    enum class SenderTail { Decoded, AsQ, None };
+    enum class SubjectPrefix { WordFirst, WordAnywhere };
+    enum class Tokens { Kept, Removed };
+
+    bool labelled;               ///< a decoded sender starts with "From: ", which is taken off again at once
+    bool takesFolds;             ///< folded lines come apart from the first one, not as part of it
+    bool quotedSender;           ///< `From: "=?` starts an encoded word as well
+    SenderTail senderTail;       ///< what is done with "Q?" and "?=" behind the word's start
+    bool firstSenderLine;        ///< only the first non-empty line of a sender counts
+    SubjectPrefix subjectPrefix; ///< an encoded word may stand behind other text
+    bool stripsTokens;           ///< "=?UTF-8?Q?" and "?=" go before a Q word that ends the line is decoded
+    bool stripsPadding;          ///< "Q==" goes before a B word that ends the line is decoded
+    bool subjectTokens;          ///< "=?UTF-8?Q?" and "?=" go where the line goes on behind the word
+    bool blankBeforeToken;       ///< an encoded word at the start: a blank belongs before "=?UTF-8?Q?"
+    bool foldTokens;             ///< the same in a subject's folded lines
+    bool emptySubjectLine;       ///< "Subject:" with nothing behind it goes as well
+};
+
+namespace
 {
-    return line + folds.join(QString());
+using Tail = HeaderDialect::SenderTail;
+using Prefix = HeaderDialect::SubjectPrefix;
+
+const QString senderLabel = QStringLiteral("From: ");
+const QString wordEnd = QStringLiteral("?=");
+const QString wordEndsLine = QStringLiteral("?=\n");
+const QString utf8Token = QStringLiteral("=?UTF-8?Q?");
+} // namespace
+
+// clang-format off
+//                                        labelled folds  quoted  tail           first  prefix                strips  padding tokens blank  folds  empty
+const HeaderDialect singleFileHeaders   {  true,   false, true,  Tail::Decoded, false, Prefix::WordAnywhere, true,   true,   true,  true,  true,  true  };
+const HeaderDialect mailboxHeaders      {  true,   false, true,  Tail::AsQ,     true,  Prefix::WordFirst,    false,  false,  true,  false, false, true  };
+const HeaderDialect listHeaders         {  true,   true,  true,  Tail::Decoded, false, Prefix::WordAnywhere, true,   true,   true,  false, false, false };
+const HeaderDialect mailboxIndexHeaders {  false,  true,  true,  Tail::AsQ,     true,  Prefix::WordFirst,    false,  false,  true,  false, false, true  };
+const HeaderDialect operaIndexHeaders   {  false,  true,  false, Tail::None,    false, Prefix::WordFirst,    false,  false,  false, false, false, true  };
+// clang-format on
+
+namespace
+{
+bool startsWithAnyCase(const QString &text, const char *start)
+{
+    return text.startsWith(QLatin1String(start), Qt::CaseInsensitive);
 }
 
-QString decodeSubject(const QString &line, const QStringList &folds, const HeaderDialect &)
+// A word that ends the line: decoded behind `label`, or left as it stands for an unknown encoding.
+QString decodeWholeLine(QString text, const WordStart &word, const QString &label)
 {
-    return line + folds.join(QString());
+    text.chop(wordEndsLine.size());
+    return decodeWord(&text, word) ? label + text : text;
+}
+
+// A word with text behind it: the first two pieces between "?=" count, the second without its last character.
+QString decodeFirstPiece(const QString &text, const WordStart &word, const QString &label)
+{
+    const QStringList pieces = text.split(wordEnd);
+    if (pieces.size() < 2)
+        return text;
+    QString first = pieces.at(0);
+    const QString start = decodeWord(&first, word) ? label + first : text;
+    return start + pieces.at(1).chopped(qMin(1, pieces.at(1).size()));
+}
+
+// The continuation rule: each folded line, decoded where it starts with an encoded word, joined to the text.
+void appendFolds(QString *text, const QStringList &folds, QString charset, bool stripsTokens)
+{
+    for (QString line : folds) {
+        WordStart word{charset, QString()};
+        if (startsWithAnyCase(line, " =?") || startsWithAnyCase(line, "\t=?")) {
+            line.remove(0, 3);
+            word = takeWordStart(&line);
+            charset = word.charset;
+        }
+        if (line.endsWith(wordEndsLine)) {
+            line.chop(wordEndsLine.size());
+            decodeWord(&line, word);
+        } else if (stripsTokens && (line.contains(utf8Token) || line.contains(wordEnd))) {
+            line.remove(utf8Token).remove(wordEnd);
+            decodeWord(&line, word);
+        } else if (const QStringList pieces = line.split(wordEnd); pieces.size() > 1) {
+            QString first = pieces.at(0);
+            line = (decodeWord(&first, word) ? first : line) + pieces.at(1);
+        }
+        *text += line;
+    }
+}
+
+QString firstNonEmptyLine(const QString &text)
+{
+    return text.section(QLatin1Char('\n'), 0, 0, QString::SectionSkipEmpty);
+}
+
+// Behind a word's start a sender may hold "Q?" and "?=" of this or a further word; they go, and what is left is
+// decoded as a whole. Gives false where nothing of the kind stands.
+bool decodeSenderTail(QString *text, const WordStart &start, Tail tail)
+{
+    const QString qMark = QStringLiteral("Q?");
+    const QString bMark = QStringLiteral("B?");
+    const bool endCounts = tail == Tail::AsQ || start.encoding != QLatin1String("B");
+    if (tail == Tail::None || !(text->contains(qMark) || (endCounts && text->contains(wordEnd))))
+        return false;
+    text->remove(qMark);
+    WordStart word{start.charset, QStringLiteral("Q")};
+    if (tail == Tail::Decoded && text->startsWith(bMark)) {
+        text->remove(bMark).remove(QStringLiteral("=?=\""));
+        *text = text->left(text->indexOf(QLatin1Char('<')));
+        word.encoding = QStringLiteral("B");
+    } else {
+        text->remove(wordEnd);
+    }
+    decodeWord(text, word);
+    return true;
+}
+
+// The sender's first line behind its encoded word's start; the charset taken goes to `charset`.
+QString decodeSenderLine(QString text, const HeaderDialect &dialect, QString *charset)
+{
+    const bool isWord = startsWithAnyCase(text, "From: =?") ||
+                        (dialect.quotedSender && startsWithAnyCase(text, "From: \"=?"));
+    if (!isWord)
+        return text;
+    const QString label = dialect.labelled ? senderLabel : QString();
+    // With a quotation mark the "?" stays: the charset comes out empty, the encoding is the charset's name.
+    text.remove(0, 8);
+    const WordStart word = takeWordStart(&text);
+    *charset = word.charset;
+    if (text.endsWith(wordEndsLine))
+        return decodeWholeLine(text, word, label);
+    if (decodeSenderTail(&text, word, dialect.senderTail))
+        return text;
+    return decodeFirstPiece(text, word, label);
+}
+
+// Where the subject's encoded word starts, and what it is called.
+enum class SubjectForm { Plain, WordFirst, WordBehindText };
+
+SubjectForm takeSubjectStart(QString *text, const HeaderDialect &dialect, WordStart *word)
+{
+    if (startsWithAnyCase(*text, "Subject: =?")) {
+        text->remove(0, 11);
+        *word = takeWordStart(text);
+        return SubjectForm::WordFirst;
+    }
+    if (dialect.subjectPrefix == Prefix::WordFirst || !startsWithAnyCase(*text, "Subject: "))
+        return SubjectForm::Plain;
+    text->remove(0, 9);
+    word->charset = word->encoding = text->left(text->indexOf(QLatin1Char('?')));
+    if (text->contains(utf8Token))
+        word->encoding = QStringLiteral("Q");
+    return SubjectForm::WordBehindText;
+}
+
+QString decodeSubjectWord(QString text, SubjectForm form, const WordStart &word, const HeaderDialect &dialect)
+{
+    const auto removeTokens = [&text] { text.remove(utf8Token).remove(wordEnd); };
+    if (text.endsWith(wordEndsLine)) {
+        text.chop(wordEndsLine.size());
+        if (word.encoding == QLatin1String("Q") && dialect.stripsTokens)
+            removeTokens();
+        const QString padding = QStringLiteral("Q==");
+        if (word.encoding == QLatin1String("B") && dialect.stripsPadding && form == SubjectForm::WordFirst &&
+            text.endsWith(padding))
+            text.remove(padding);
+        decodeWord(&text, word);
+        return text;
+    }
+    const bool endCounts =
+        !(dialect.blankBeforeToken && form == SubjectForm::WordFirst && word.encoding == QLatin1String("B"));
+    const bool needsBlank = form == SubjectForm::WordBehindText || dialect.blankBeforeToken;
+    const QString token = needsBlank ? QLatin1Char(' ') + utf8Token : utf8Token;
+    if (dialect.subjectTokens && (text.contains(token) || (endCounts && text.contains(wordEnd)))) {
+        removeTokens();
+        decodeWord(&text, word);
+        return text;
+    }
+    return decodeFirstPiece(text, word, QString());
+}
+} // namespace
+
+bool isFold(const QString &line)
+{
+    return line.startsWith(QLatin1Char(' ')) || line.startsWith(QLatin1Char('\t'));
+}
+
+QString decodeSender(const QString &line, const QStringList &folds, const HeaderDialect &dialect)
+{
+    QString charset;
+    QString text = decodeSenderLine(line, dialect, &charset);
+    const auto cutToFirstLine = [&] {
+        if (dialect.firstSenderLine && text.contains(QLatin1Char('\n')))
+            text = firstNonEmptyLine(text);
+    };
+    if (dialect.labelled) {
+        cutToFirstLine();
+        if (text.startsWith(senderLabel))
+            text.remove(senderLabel);
+    }
+    if (dialect.takesFolds) {
+        appendFolds(&text, folds, charset, false);
+        text.remove(senderLabel);
+        cutToFirstLine();
+    }
+    return text;
+}
+
+QString decodeSubject(const QString &line, const QStringList &folds, const HeaderDialect &dialect)
+{
+    QString text = line;
+    WordStart word;
+    const SubjectForm form = takeSubjectStart(&text, dialect, &word);
+    if (form != SubjectForm::Plain)
+        text = decodeSubjectWord(text, form, word, dialect);
+    appendFolds(&text, folds, word.charset, dialect.foldTokens);
+    text.remove(QStringLiteral("Subject: "));
+    if (dialect.emptySubjectLine)
+        text.remove(QStringLiteral("Subject:\n"));
+    return text;
+}
+
+QString decodeRecipients(const QString &line, const QString &label)
+{
+    const QString start = label + QStringLiteral("=?");
+    if (!line.startsWith(start, Qt::CaseInsensitive))
+        return line;
+    QString text = line.mid(start.size());
+    const WordStart word = takeWordStart(&text);
+    return text.endsWith(wordEndsLine) ? decodeWholeLine(text, word, label)
+                                       : decodeFirstPiece(text, word, label);
 }
