@@ -6,7 +6,6 @@
 
 #include <QString>
 
-#include <string_view>
 #include <vector>
 
 constexpr quint8 stateTicked = 1;
@@ -68,10 +67,10 @@ QString pathOf(const MailItemNode &item);
 
 /// Appends an empty message record and returns it.
 MboxMessageNode *appendMessage();
-/// Files the end record under the path in its path field, so that messagesOfPath finds it. Call it once for
-/// each record, when its path has been stored.
-void indexMessage(const MboxMessageNode *record);
-/// The message records whose path field equals `path` (cut at the field's width), in list order.
+/// The index entry of a mailbox file: whoever completes a record of that file adds it here. Valid until the
+/// next call.
+std::vector<const MboxMessageNode *> &messageIndexOf(const QString &path);
+/// The message records whose path field equals `path`, in list order. An empty path has none.
 const std::vector<const MboxMessageNode *> &messagesOfPath(const QString &path);
 void freeMessages();
 

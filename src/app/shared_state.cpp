@@ -1,5 +1,7 @@
 #include "app/shared_state.h"
 
+#include "platform/zero_memory.h"
+
 #include <QHash>
 
 #include <cstdlib>
@@ -12,17 +14,25 @@ QHash<qint64, std::vector<FolderAttribNode *>> foldersByParent;
 QHash<qint64, std::vector<const MailItemNode *>> itemsByFolder;
 QHash<QString, std::vector<const MboxMessageNode *>> messagesByPath;
 
+ZeroMemory messageMemory;
+
 template <typename Node>
-Node *appendNode(Node *&start, Node *&end)
+Node *linkNode(Node *node, Node *&start, Node *&end)
 {
-    auto *node = static_cast<Node *>(std::calloc(1, sizeof(Node)));
-    Q_CHECK_PTR(node);
     if (!start)
         start = node;
     else
         end->next = node;
     end = node;
     return node;
+}
+
+template <typename Node>
+Node *appendNode(Node *&start, Node *&end)
+{
+    auto *node = static_cast<Node *>(std::calloc(1, sizeof(Node)));
+    Q_CHECK_PTR(node);
+    return linkNode(node, start, end);
 }
 
 template <typename Node, typename Release>
@@ -105,23 +115,25 @@ QString pathOf(const MailItemNode &item)
 
 MboxMessageNode *appendMessage()
 {
-    return appendNode(TmpMboxMbxPtrStart, TmpMboxMbxPtrEnd);
+    return linkNode(static_cast<MboxMessageNode *>(messageMemory.take(sizeof(MboxMessageNode))),
+                    TmpMboxMbxPtrStart, TmpMboxMbxPtrEnd);
 }
 
-void indexMessage(const MboxMessageNode *record)
+std::vector<const MboxMessageNode *> &messageIndexOf(const QString &path)
 {
-    messagesByPath[fieldText(record->path)].push_back(record);
+    return messagesByPath[path.left(pathFieldUnits - 1)];
 }
 
 const std::vector<const MboxMessageNode *> &messagesOfPath(const QString &path)
 {
-    return lookUp(messagesByPath, path.isEmpty() ? QString() : path);
+    return lookUp(messagesByPath, path);
 }
 
 void freeMessages()
 {
     messagesByPath.clear();
-    freeNodes(TmpMboxMbxPtrStart, TmpMboxMbxPtrEnd, [](MboxMessageNode *) {});
+    messageMemory.release();
+    TmpMboxMbxPtrStart = TmpMboxMbxPtrEnd = nullptr;
 }
 
 void storeField(char16_t *field, int units, const QString &text)

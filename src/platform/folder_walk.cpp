@@ -17,7 +17,8 @@ bool leadsBack(const QFileInfo &folder, const QStringList &above)
 void walk(const QString &folder, QStringList *above, const Visit &visit)
 {
     above->append(QFileInfo(folder).canonicalFilePath());
-    QDirIterator entries(folder, QDir::Dirs | QDir::Files | QDir::Drives | QDir::Hidden | QDir::NoDotAndDotDot);
+    QDirIterator entries(folder,
+                         QDir::Dirs | QDir::Files | QDir::Drives | QDir::Hidden | QDir::NoDotAndDotDot);
     while (entries.hasNext()) {
         entries.next();
         const QFileInfo info = entries.fileInfo();
@@ -32,7 +33,7 @@ void walk(const QString &folder, QStringList *above, const Visit &visit)
 
 bool walkFolder(const QString &folder, const Visit &visit)
 {
-    if (!QDir(folder).exists())
+    if (folder.isEmpty() || !QDir(folder).exists())
         return false;
     QStringList above;
     walk(folder, &above, visit);

@@ -41,6 +41,8 @@ protected:
     void run() override;
 
 private:
+    /// Gathers every entry below a folder in AllFilePathInStrList; sets bCheckFucntion if the folder is there.
+    void OnGetAllFileAndDir(const QString &path);
     /// The closing signals of a reader that has gone through all its input: OnSubProgressHide,
     /// ProgressDailogHide, FinishScaning.
     void emitFinished();

@@ -1,7 +1,74 @@
 #include "scan/message_saving_thread.h"
 
+#include "app/shared_state.h"
+#include "platform/folder_walk.h"
+#include "scan/folder_ids.h"
+#include "scan/mbox_index.h"
+#include "scan/mbox_tree_path.h"
+
+namespace
+{
+
+// The folder and the file record of a mailbox that has been indexed.
+void recordMailbox(const QString &entry)
+{
+    listOfPathOfOnlyForTree.append(entry);
+    treeCreator(treePathOfMailbox(entry, m_selectedFile), entry);
+    ++nextItr;
+    appendMailItem(entry, llParentIdRunning);
+}
+} // namespace
+
+// Gathers every entry below the selected folder, folders and files alike, each trimmed.
+void QMessageSavingThread::OnGetAllFileAndDir(const QString &path)
+{
+    const bool found =
+        walkFolder(path, [](const QString &entry, bool) { AllFilePathInStrList.append(entry.trimmed()); });
+    if (found)
+        bCheckFucntion = true;
+}
+
+// Indexes every entry; one that is a mailbox file gets its folder and record too. The indexing of a file is always
+// finished, so that a stop leaves whole files.
 void QMessageSavingThread::PostBoxFileSearch()
 {
+    strListSplitPath.clear();
+    emit OnShowProgressDlg();
+    emit OnIndivisibleProgressvalue(0);
+    AllFilePathInStrList.clear();
+    nextItr = 0;
+    bCheckFucntion = false;
+    OnGetAllFileAndDir(m_selectedFile);
+    if (!bCheckFucntion) {
+        emit OnIndivisibleProgressvalue(100);
+        emit NoDataIntoFile();
+        return;
+    }
+    bool anyMailbox = false;
+    while (nextItr < AllFilePathInStrList.size()) {
+        if (bStopFlag)
+            return;
+        GetAllFilePathInStrList = AllFilePathInStrList.at(nextItr);
+        const bool mailbox = mayBeMailbox(GetAllFilePathInStrList);
+        const bool indexed = GetAllFieldsForTree(GetAllFilePathInStrList, [&](qint64 done, qint64 size) {
+            if (mailbox)
+                emit OnIndivisibleProgressvalue(static_cast<double>(done) * 100.0 /
+                                                static_cast<double>(size));
+        });
+        if (indexed && mailbox) {
+            emit OnSubProgressvalue(0);
+            recordMailbox(GetAllFilePathInStrList);
+            anyMailbox = true;
+        } else {
+            ++nextItr;
+        }
+    }
+    if (bStopFlag)
+        return;
+    if (!anyMailbox) {
+        emit NoDataIntoFile();
+        return;
+    }
     emit OnIndivisibleProgressvalue(100);
-    emit NoDataIntoFile();
+    emitFinished();
 }

@@ -1,5 +1,7 @@
 #include "text/line_reader.h"
 
+#include "text/find_line_start.h"
+
 #include <QFile>
 
 #include <algorithm>
@@ -98,6 +100,45 @@ std::optional<std::string_view> LineReader::readLine()
             m_block[m_next - 2] = '\n';
         }
         return std::string_view(start, length);
+    }
+}
+
+// Makes `bytes` bytes from the next one on available, if the file has them.
+bool LineReader::fill(size_t bytes)
+{
+    while (m_filled - m_next < bytes)
+        if (!readBlock())
+            return false;
+    return true;
+}
+
+bool LineReader::nextIsFold()
+{
+    fill(4);
+    std::string_view next(m_block.data() + m_next, std::min<size_t>(4, m_filled - m_next));
+    if (next.substr(0, 3) == "\xEF\xBB\xBF")
+        next.remove_prefix(3);
+    return !next.empty() && (next[0] == ' ' || next[0] == '\t');
+}
+
+bool LineReader::skipToLineStart(LineStarts starts)
+{
+    if (!fill(1))
+        return false;
+    if (isLineStart(m_block[m_next], starts))
+        return true;
+    for (;;) {
+        const char *end = m_block.data() + m_filled;
+        const char *found = findLineStart(m_block.data() + m_next, end, starts);
+        m_next = static_cast<size_t>(found - m_block.data());
+        if (found < end)
+            return true;
+        // The byte before a line's start stays, so that the block's seam hides no line.
+        const bool hadFeed = m_block[m_filled - 1] == '\n';
+        if (!readBlock())
+            return false;
+        if (hadFeed && isLineStart(m_block[m_next], starts))
+            return true;
     }
 }
 

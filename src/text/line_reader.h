@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QByteArray>
+#include "text/find_line_start.h"
+
 #include <QString>
 
 #include <optional>
@@ -29,6 +30,12 @@ public:
     /// call.
     std::optional<std::string_view> readLine();
 
+    /// True if the next line, read as text, starts with a blank or a tab: a folded header line.
+    bool nextIsFold();
+    /// Passes over lines that don't start with a byte of `starts`, as fast as the machine can look for them.
+    /// False if the file ends first.
+    bool skipToLineStart(LineStarts starts);
+
     /// Bytes from the start of the file to the next byte that readLine will look at.
     qint64 position() const { return m_blockStart + static_cast<qint64>(m_next); }
     /// Goes to a byte position; one outside the file reads as its end.
@@ -40,6 +47,7 @@ public:
 
 private:
     bool readBlock();
+    bool fill(size_t bytes);
 
     Mode m_mode;
     int m_file = -1;

@@ -1,0 +1,16 @@
+#pragma once
+
+/// Which line starts are looked for: F, f, S and s, or only F; in either case also a byte above 0x7F, because a
+/// byte order mark at the start of a line is dropped when it is read as text.
+enum class LineStarts { FromOrSubject, From };
+
+/// True if a line that starts with this byte is looked for.
+inline bool isLineStart(char byte, LineStarts starts)
+{
+    const char lower = static_cast<char>(byte | 0x20);
+    return byte < 0 || byte == 'F' || (starts == LineStarts::FromOrSubject && (lower == 'f' || lower == 's'));
+}
+
+/// The first byte in (begin, end) that stands behind a line feed at or after `begin` and is looked for; `end` if
+/// there is none.
+const char *findLineStart(const char *begin, const char *end, LineStarts starts);
