@@ -43,6 +43,8 @@ protected:
     void run() override;
 
 private:
+    /// Copies one mailbox file of an mbox store; `prepared`: the bundle is laid out.
+    void copyMailbox(const QString &path, bool *prepared);
     /// OnSubProgressHide, ProgressDailogHide, FinishSaving.
     void emitFinished();
 

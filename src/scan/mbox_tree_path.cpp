@@ -2,14 +2,6 @@
 
 #include <QStringList>
 
-bool mayBeMailbox(const QString &path)
-{
-    for (const char *other : {".mbs", ".emlx", ".eml", ".olm"})
-        if (path.contains(QLatin1String(other)))
-            return false;
-    return !path.endsWith(QLatin1String(".mbox"));
-}
-
 QString treePathOfMailbox(const QString &path, const QString &selected)
 {
     const QString top = QStringLiteral("Mail");

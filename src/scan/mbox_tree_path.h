@@ -2,10 +2,6 @@
 
 #include <QString>
 
-/// True if a file may be a mailbox by its path: it holds none of ".mbs", ".emlx", ".eml", ".olm" anywhere and
-/// does not end in ".mbox" (case-sensitive).
-bool mayBeMailbox(const QString &path);
-
 /// The tree path of a mailbox file, "/"-separated folder names that start with "Mail": a bundle's "mbox" by its
 /// place below `selected`, else what stands behind the last "/ImapMail" or "/Mail" of the path, else the path
 /// below `selected`.

@@ -5,6 +5,7 @@
 #include "scan/folder_ids.h"
 #include "scan/mbox_index.h"
 #include "scan/mbox_tree_path.h"
+#include "text/mbox_names.h"
 
 namespace
 {

@@ -1,6 +1,6 @@
 #include "text/line_reader.h"
 
-#include "text/find_line_start.h"
+#include "text/byte_search.h"
 
 #include <QFile>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/find_line_start.h"
+#include "text/byte_search.h"
 
 #include <QString>
 

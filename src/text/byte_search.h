@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 /// Which line starts are looked for: F, f, S and s, or only F; in either case also a byte above 0x7F, because a
 /// byte order mark at the start of a line is dropped when it is read as text.
 enum class LineStarts { FromOrSubject, From };
@@ -14,3 +16,11 @@ inline bool isLineStart(char byte, LineStarts starts)
 /// The first byte in (begin, end) that stands behind a line feed at or after `begin` and is looked for; `end` if
 /// there is none.
 const char *findLineStart(const char *begin, const char *end, LineStarts starts);
+
+/// Line feeds in [begin, end).
+size_t countLineFeeds(const char *begin, const char *end);
+
+/// Passes over bytes of mail that a copy can take as they are. Stops at the first byte above 0x7F, at the first CR,
+/// or behind a line feed that the byte `lineStart` follows; gives that place, `end` if there is none, and adds
+/// the line feeds passed to `feeds`.
+const char *skipPlainBytes(const char *begin, const char *end, char lineStart, size_t *feeds);

@@ -1,5 +1,6 @@
-#include "text/find_line_start.h"
+#include "text/byte_search.h"
 
+#include <algorithm>
 #include <cstring>
 
 #ifdef __SSE2__
@@ -65,4 +66,55 @@ const char *findLineStart(const char *begin, const char *end, LineStarts starts)
 #else
     return findByLine(begin, end, starts);
 #endif
+}
+
+size_t countLineFeeds(const char *begin, const char *end)
+{
+    size_t feeds = 0;
+#ifdef __SSE2__
+    constexpr int width = sizeof(__m128i);
+    const __m128i feed = _mm_set1_epi8('\n');
+    // A byte lane counts at most 255 before it is added up.
+    while (end - begin >= width) {
+        const ptrdiff_t rounds = std::min<ptrdiff_t>((end - begin) / width, 255);
+        __m128i lanes = _mm_setzero_si128();
+        for (ptrdiff_t i = 0; i < rounds; ++i, begin += width)
+            lanes = _mm_sub_epi8(
+                lanes, _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i *>(begin)), feed));
+        const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
+        feeds += static_cast<size_t>(_mm_cvtsi128_si32(sums)) +
+                 static_cast<size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
+    }
+#endif
+    return feeds + static_cast<size_t>(std::count(begin, end, '\n'));
+}
+
+const char *skipPlainBytes(const char *begin, const char *end, char lineStart, size_t *feeds)
+{
+#ifdef __SSE2__
+    constexpr int width = sizeof(__m128i);
+    const __m128i feed = _mm_set1_epi8('\n');
+    const __m128i carriageReturn = _mm_set1_epi8('\r');
+    const __m128i start = _mm_set1_epi8(lineStart);
+    for (; end - begin > width; begin += width) {
+        const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i *>(begin));
+        const __m128i behind = _mm_loadu_si128(reinterpret_cast<const __m128i *>(begin + 1));
+        const __m128i isFeed = _mm_cmpeq_epi8(here, feed);
+        const __m128i stops = _mm_or_si128(_mm_or_si128(here, _mm_cmpeq_epi8(here, carriageReturn)),
+                                           _mm_and_si128(isFeed, _mm_cmpeq_epi8(behind, start)));
+        if (_mm_movemask_epi8(stops) != 0)
+            break;
+        *feeds += static_cast<size_t>(__builtin_popcount(static_cast<unsigned>(_mm_movemask_epi8(isFeed))));
+    }
+#endif
+    for (; begin < end; ++begin) {
+        if (*begin < 0 || *begin == '\r')
+            return begin;
+        if (*begin == '\n') {
+            ++*feeds;
+            if (begin + 1 < end && begin[1] == lineStart)
+                return begin + 1;
+        }
+    }
+    return end;
 }

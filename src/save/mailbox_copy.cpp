@@ -1,0 +1,266 @@
+#include "save/mailbox_copy.h"
+
+#include "text/byte_search.h"
+#include "text/latin1_line.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+bool startsWith(std::string_view text, std::string_view start)
+{
+    return text.substr(0, start.size()) == start;
+}
+
+bool endsWith(std::string_view text, std::string_view end)
+{
+    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
+
+std::string_view withoutMark(std::string_view line)
+{
+    return startsWith(line, "\xEF\xBB\xBF") ? line.substr(3) : line;
+}
+
+// The place behind the n-th line feed of a text that has that many.
+const char *behindLineFeed(const char *begin, const char *end, size_t n)
+{
+    for (; n > 0; --n)
+        begin = static_cast<const char *>(std::memchr(begin, '\n', static_cast<size_t>(end - begin))) + 1;
+    return begin;
+}
+
+ssize_t readAt(int file, char *to, size_t bytes, qint64 position)
+{
+    ssize_t got = 0;
+    do {
+        got = ::pread(file, to, bytes, position);
+    } while (got < 0 && errno == EINTR);
+    return got;
+}
+} // namespace
+
+MailboxCopy::~MailboxCopy()
+{
+    if (m_file >= 0)
+        ::close(m_file);
+}
+
+bool MailboxCopy::open(const QString &path)
+{
+    m_file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    struct stat info = {};
+    if (m_file < 0 || ::fstat(m_file, &info) != 0 || !S_ISREG(info.st_mode))
+        return false;
+    m_size = info.st_size;
+    char start[5];
+    return readAt(m_file, start, sizeof start, 0) == sizeof start &&
+           std::string_view(start, sizeof start) == "From ";
+}
+
+void MailboxCopy::copyTo(MailboxFile *target, const std::function<bool(qint64, qint64)> &goOn)
+{
+    m_target = target;
+    m_block.resize(m_blockBytes);
+    startGroup();
+    bool stopped = false;
+    while (!stopped && readBlock()) {
+        stopped = !goOn(m_position, m_size);
+        if (stopped)
+            break;
+        const size_t length = segmentLength();
+        copySegment({m_block.data(), length});
+        m_filled -= length;
+        std::copy_n(m_block.data() + length, m_filled, m_block.data());
+    }
+    if (stopped)
+        takeBackGroup();
+    else if (m_midLine)
+        countLines(1);
+    m_target->append('\n'); // the last chunk goes out even where it is empty
+}
+
+// Fills the block up. False when all of the source has been copied.
+bool MailboxCopy::readBlock()
+{
+    while (m_filled < m_block.size()) {
+        const ssize_t got = readAt(m_file, m_block.data() + m_filled, m_block.size() - m_filled, m_read);
+        if (got <= 0) {
+            m_size = m_read; // the end, be it earlier than expected
+            break;
+        }
+        m_filled += static_cast<size_t>(got);
+        m_read += got;
+    }
+    return m_filled > 0;
+}
+
+// How much of the block is copied now: up to its last line feed; all of it at the end of the source. A line longer
+// than the block goes piece by piece, cut so that no character and no CR LF is torn and its last piece still shows
+// how it ends.
+size_t MailboxCopy::segmentLength() const
+{
+    if (m_filled < m_block.size())
+        return m_filled;
+    const std::string_view block(m_block.data(), m_filled);
+    if (const size_t feed = block.rfind('\n'); feed != std::string_view::npos)
+        return feed + 1;
+    constexpr size_t heldBack = 4;
+    constexpr size_t continuations = 3;
+    size_t length = m_filled - heldBack;
+    while (length > m_filled - heldBack - continuations && (block[length] & 0xC0) == 0x80)
+        --length;
+    return length;
+}
+
+void MailboxCopy::copySegment(std::string_view segment)
+{
+    size_t at = 0;
+    while (at < segment.size()) {
+        if (at == 0 ? !m_midLine : segment[at - 1] == '\n')
+            repairLine(segment, at);
+        at = copyRun(segment, at);
+        if (at < segment.size() && (segment[at] < 0 || segment[at] == '\r'))
+            at = copyOddLine(segment, at);
+    }
+    rememberLastLine(segment);
+}
+
+// Keeps "From " lines of a text part from passing for separators. "From - " lines are never touched.
+void MailboxCopy::repairLine(std::string_view segment, size_t at)
+{
+    const std::string_view line = withoutMark(segment.substr(at));
+    if (startsWith(line, "Content-Type: text/plain;") || startsWith(line, "Content-Type: text/html;")) {
+        m_inText = true;
+    } else if (m_inText && startsWith(line, "From ") && !startsWith(line, "From - ")) {
+        if (previousCloses(segment, at))
+            m_inText = false;
+        else
+            m_target->append('>');
+    }
+}
+
+// Writes what can go as it is; gives the place of what can't, of a line that may need repair, or of the chunk's end.
+size_t MailboxCopy::copyRun(std::string_view segment, size_t at)
+{
+    const char *begin = segment.data() + at;
+    const char *end = segment.data() + segment.size();
+    size_t feeds = 0;
+    const char *stop = skipPlainBytes(begin, end, m_inText ? 'F' : 'C', &feeds);
+    const auto limit = static_cast<size_t>(m_firstLineEnd < 0 ? 1 : m_chunkLeft);
+    if (feeds >= limit) {
+        stop = behindLineFeed(begin, stop, limit);
+        feeds = limit;
+    }
+    const auto length = static_cast<size_t>(stop - begin);
+    m_target->append({begin, length});
+    m_position += static_cast<qint64>(length);
+    countLines(static_cast<qint64>(feeds));
+    return at + length;
+}
+
+// Writes the rest of a line that holds bytes above 0x7F or a CR.
+size_t MailboxCopy::copyOddLine(std::string_view segment, size_t at)
+{
+    const size_t feed = segment.find('\n', at);
+    const size_t end = feed == std::string_view::npos ? segment.size() : feed + 1;
+    std::string_view rest = segment.substr(at, end - at);
+    const bool crLf = endsWith(rest, "\r\n");
+    rest.remove_suffix(crLf ? 2 : 0);
+    m_latin1.resize(0);
+    appendAsLatin1(rest, at == 0 ? !m_midLine : segment[at - 1] == '\n', &m_latin1);
+    if (crLf)
+        m_latin1 += '\n';
+    m_target->append({m_latin1.constData(), static_cast<size_t>(m_latin1.size())});
+    m_position += static_cast<qint64>(end - at);
+    countLines(feed == std::string_view::npos ? 0 : 1);
+    return end;
+}
+
+// Whether the line before the one at `at` ends a message: an empty line, or a closing MIME boundary (RFC 2046, 5.1.1).
+bool MailboxCopy::previousCloses(std::string_view segment, size_t at) const
+{
+    if (at == 0)
+        return m_closed;
+    const size_t feed = at < 2 ? std::string_view::npos : segment.rfind('\n', at - 2);
+    const bool whole = feed != std::string_view::npos || !m_midLine;
+    std::string_view line = segment.substr(feed == std::string_view::npos ? 0 : feed + 1);
+    line = line.substr(0, at - static_cast<size_t>(line.data() - segment.data()) - 1);
+    if (whole)
+        line = withoutMark(line);
+    if (endsWith(line, "\r"))
+        line.remove_suffix(1);
+    const bool dashes = whole ? startsWith(line, "--") : m_lineDashes;
+    return (whole && line.empty()) || (dashes && (endsWith(line, "--") || endsWith(line, "--\r")));
+}
+
+void MailboxCopy::rememberLastLine(std::string_view segment)
+{
+    const size_t feed = segment.rfind('\n');
+    if (feed == segment.size() - 1) {
+        m_closed = previousCloses(segment, segment.size());
+        m_midLine = false;
+        return;
+    }
+    if (feed != std::string_view::npos || !m_midLine) {
+        const size_t start = feed == std::string_view::npos ? 0 : feed + 1;
+        m_lineDashes = startsWith(withoutMark(segment.substr(start)), "--");
+    }
+    m_midLine = true;
+}
+
+void MailboxCopy::countLines(qint64 lines)
+{
+    if (lines > 0 && m_firstLineEnd < 0)
+        m_firstLineEnd = m_target->size();
+    m_chunkLeft -= lines;
+    if (m_chunkLeft > 0)
+        return;
+    m_target->append('\n');
+    if (m_wholeGroup)
+        startGroup();
+    else
+        m_chunkLeft = chunkLimit;
+}
+
+void MailboxCopy::startGroup()
+{
+    m_groupStart = m_target->size();
+    m_firstLineEnd = -1;
+    m_wholeGroup = groupIsWhole();
+    m_chunkLeft = m_wholeGroup ? readLimit : chunkLimit;
+}
+
+// Whether at least readLimit lines are left. Only then one line feed stands behind all of them, so it has to be known
+// before the first of them is written.
+bool MailboxCopy::groupIsWhole() const
+{
+    qint64 position = m_position;
+    if (m_size - position < readLimit)
+        return false;
+    std::vector<char> block(m_blockBytes);
+    qint64 lines = 0;
+    bool midLine = false;
+    while (lines < readLimit) {
+        const ssize_t got = readAt(m_file, block.data(), block.size(), position);
+        if (got <= 0)
+            break;
+        lines += static_cast<qint64>(countLineFeeds(block.data(), block.data() + got));
+        midLine = block[static_cast<size_t>(got) - 1] != '\n';
+        position += got;
+    }
+    return lines + (midLine ? 1 : 0) >= readLimit;
+}
+
+void MailboxCopy::takeBackGroup()
+{
+    m_target->truncate(m_firstLineEnd < 0 ? m_groupStart : m_firstLineEnd);
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "save/mailbox_file.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+/// Copies one mailbox file (mbox, RFC 4155) into a target mailbox, as if it were read line by line in text mode,
+/// gathered in lists of lines and written in chunks: UTF-8 becomes Latin-1, CR LF becomes LF, a "From " line of a
+/// text part that would pass for a separator gets a ">", and a line feed ends each chunk. Runs of bytes that
+/// nothing changes are written as they were read; memory stays bounded whatever the file's size.
+class MailboxCopy
+{
+public:
+    /// Lines that are gathered before they are written as one chunk.
+    static constexpr qint64 readLimit = 1000000;
+    /// Lines of a chunk where the file ends before that.
+    static constexpr qint64 chunkLimit = 100000;
+
+    MailboxCopy() = default;
+    ~MailboxCopy();
+    MailboxCopy(const MailboxCopy &) = delete;
+    MailboxCopy &operator=(const MailboxCopy &) = delete;
+
+    /// Opens the source read-only. False if that fails or its first five bytes are not "From ".
+    bool open(const QString &path);
+    /// Copies all of it. `goOn` gets the bytes read so far and the source's size, often; where it gives false,
+    /// the lines of the list being gathered are taken back but for its first one. What is read when the source
+    /// can't be read to its end is written.
+    void copyTo(MailboxFile *target, const std::function<bool(qint64 done, qint64 size)> &goOn);
+
+    /// For tests: the bytes read at a time, at least 128.
+    void setBlockBytes(size_t bytes) { m_blockBytes = bytes; }
+
+private:
+    bool readBlock();
+    size_t segmentLength() const;
+    void copySegment(std::string_view segment);
+    void repairLine(std::string_view segment, size_t at);
+    size_t copyRun(std::string_view segment, size_t at);
+    size_t copyOddLine(std::string_view segment, size_t at);
+    bool previousCloses(std::string_view segment, size_t at) const;
+    void rememberLastLine(std::string_view segment);
+    void countLines(qint64 lines);
+    void startGroup();
+    bool groupIsWhole() const;
+    void takeBackGroup();
+
+    MailboxFile *m_target = nullptr;
+    int m_file = -1;
+    qint64 m_size = 0;
+    qint64 m_read = 0;     ///< bytes of the source read
+    qint64 m_position = 0; ///< bytes of the source copied
+    size_t m_blockBytes = 256 * 1024;
+    std::vector<char> m_block;
+    size_t m_filled = 0;
+
+    bool m_inText = false;     ///< a text part has started, so that "From " lines are suspect
+    bool m_midLine = false;    ///< the next segment goes on within a line
+    bool m_lineDashes = false; ///< that line starts with "--"
+    bool m_closed = false;     ///< the last whole line closes a message
+
+    qint64 m_chunkLeft = 0;     ///< lines until the chunk's line feed
+    bool m_wholeGroup = false;  ///< the gathered list reaches readLimit
+    qint64 m_groupStart = 0;    ///< target size where the list starts
+    qint64 m_firstLineEnd = -1; ///< target size behind the list's first line; -1 while it has none
+    QByteArray m_latin1;
+};

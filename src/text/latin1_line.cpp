@@ -1,0 +1,69 @@
+#include "text/latin1_line.h"
+
+#include <QString>
+
+namespace
+{
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+bool isContinuation(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+// Bytes of the well-formed sequence at the front whose meaning in Latin-1 is plain; 0 where the toolkit is to be
+// asked (anything invalid, surrogates, overlong forms, the last row of the basic plane).
+size_t plainSequence(std::string_view text)
+{
+    const auto lead = static_cast<unsigned char>(text[0]);
+    const size_t length = lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF4 ? 4 : 0;
+    if (length == 0 || text.size() < length)
+        return 0;
+    for (size_t i = 1; i < length; ++i)
+        if (!isContinuation(text[i]))
+            return 0;
+    const auto second = static_cast<unsigned char>(text[1]);
+    const bool unusual = (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
+                         (lead == 0xEF && second == 0xBF) || (lead == 0xF0 && second < 0x90);
+    return unusual ? 0 : length;
+}
+
+void appendByToolkit(std::string_view line, bool startsLine, QByteArray *out)
+{
+    // The toolkit drops a byte order mark at the front of what it reads; in the middle of a line it is a character.
+    if (!startsLine && line.substr(0, byteOrderMark.size()) == byteOrderMark) {
+        *out += '?';
+        line.remove_prefix(byteOrderMark.size());
+    }
+    *out += QString::fromUtf8(line.data(), static_cast<int>(line.size())).toLatin1();
+}
+} // namespace
+
+void appendAsLatin1(std::string_view line, bool startsLine, QByteArray *out)
+{
+    const int before = out->size();
+    std::string_view rest = line;
+    if (startsLine && rest.substr(0, byteOrderMark.size()) == byteOrderMark)
+        rest.remove_prefix(byteOrderMark.size());
+    out->resize(before + static_cast<int>(rest.size()));
+    char *to = out->data() + before;
+    while (!rest.empty()) {
+        if (rest[0] >= 0) {
+            *to++ = rest[0];
+            rest.remove_prefix(1);
+            continue;
+        }
+        const size_t length = plainSequence(rest);
+        if (length == 0) {
+            out->resize(before);
+            appendByToolkit(line, startsLine, out);
+            return;
+        }
+        const int code = (static_cast<unsigned char>(rest[0]) & 0x1F) << 6 | (rest[1] & 0x3F);
+        *to++ = length == 2 && code <= 0xFF ? static_cast<char>(code) : '?';
+        if (length == 4)
+            *to++ = '?';
+        rest.remove_prefix(length);
+    }
+    out->resize(static_cast<int>(to - out->data()));
+}
