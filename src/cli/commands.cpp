@@ -137,7 +137,8 @@ int convert(const Arguments &arguments, const ScanResult &scan, const std::vecto
 int runCommand(const Arguments &arguments)
 {
     m_selectedFile = arguments.store;
-    const ScanResult scan = runScan(arguments.kind->client, !arguments.quiet);
+    const ScanFor purpose = arguments.command == Command::Convert ? ScanFor::Saving : ScanFor::Browsing;
+    const ScanResult scan = runScan(arguments.kind->client, purpose, !arguments.quiet);
     sayHowScanEnded(arguments, scan.outcome);
     const int status = statusOf(scan.outcome);
     if (arguments.command == Command::Scan) {

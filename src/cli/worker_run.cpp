@@ -100,11 +100,12 @@ void ProgressLine::show(double percent)
     std::fflush(stderr);
 }
 
-ScanResult runScan(int client, bool showProgress)
+ScanResult runScan(int client, ScanFor purpose, bool showProgress)
 {
     ScanResult result;
     QMessageSavingThread scan;
     scan.m_mailClientIndex = client;
+    scan.m_indexMessages = purpose == ScanFor::Browsing;
     bool finished = false;
     bool nothing = false;
     QHash<qint64, QString> treeOfFolder;

@@ -46,7 +46,10 @@ private:
     int m_last = -1;
 };
 
+/// What a scan is for: a save needs no records of single messages.
+enum class ScanFor { Browsing, Saving };
+
 /// Runs the scan thread on m_selectedFile with the reader of a client, and makes the folder records.
-ScanResult runScan(int client, bool showProgress);
+ScanResult runScan(int client, ScanFor purpose, bool showProgress);
 /// Runs the save thread on what is ticked; the target flags and saveDir are set.
 Outcome runSave(bool showProgress);

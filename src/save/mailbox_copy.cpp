@@ -25,9 +25,11 @@ bool endsWith(std::string_view text, std::string_view end)
     return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 std::string_view withoutMark(std::string_view line)
 {
-    return startsWith(line, "\xEF\xBB\xBF") ? line.substr(3) : line;
+    return startsWith(line, byteOrderMark) ? line.substr(byteOrderMark.size()) : line;
 }
 
 // The place behind the n-th line feed of a text that has that many.
@@ -70,6 +72,9 @@ void MailboxCopy::copyTo(MailboxFile *target, const std::function<bool(qint64, q
 {
     m_target = target;
     m_block.resize(m_blockBytes);
+    // A line that gets a ">" has at least six bytes, a chunk's line feed stands behind many lines, and a vector is
+    // stored whole.
+    m_out.resize(m_blockBytes + m_blockBytes / 4 + 64);
     startGroup();
     bool stopped = false;
     while (!stopped && readBlock()) {
@@ -85,6 +90,7 @@ void MailboxCopy::copyTo(MailboxFile *target, const std::function<bool(qint64, q
         takeBackGroup();
     else if (m_midLine)
         countLines(1);
+    m_target->append({m_out.data(), m_outSize});
     m_target->append('\n'); // the last chunk goes out even where it is empty
 }
 
@@ -128,10 +134,12 @@ void MailboxCopy::copySegment(std::string_view segment)
         if (at == 0 ? !m_midLine : segment[at - 1] == '\n')
             repairLine(segment, at);
         at = copyRun(segment, at);
-        if (at < segment.size() && (segment[at] < 0 || segment[at] == '\r'))
-            at = copyOddLine(segment, at);
+        while (at < segment.size() && (segment[at] < 0 || segment[at] == '\r'))
+            at = copyOddByte(segment, at);
     }
     rememberLastLine(segment);
+    m_target->append({m_out.data(), m_outSize});
+    m_outSize = 0;
 }
 
 // Keeps "From " lines of a text part from passing for separators. "From - " lines are never touched.
@@ -144,45 +152,66 @@ void MailboxCopy::repairLine(std::string_view segment, size_t at)
         if (previousCloses(segment, at))
             m_inText = false;
         else
-            m_target->append('>');
+            put('>');
     }
 }
 
-// Writes what can go as it is; gives the place of what can't, of a line that may need repair, or of the chunk's end.
+// Copies what can go as it is; gives the place of a byte that can't, of a line that may need repair, or of the
+// chunk's end.
 size_t MailboxCopy::copyRun(std::string_view segment, size_t at)
 {
     const char *begin = segment.data() + at;
     const char *end = segment.data() + segment.size();
     size_t feeds = 0;
-    const char *stop = skipPlainBytes(begin, end, m_inText ? 'F' : 'C', &feeds);
+    const char *stop = copyPlainBytes(begin, end, m_out.data() + m_outSize, m_inText ? 'F' : 'C', &feeds);
     const auto limit = static_cast<size_t>(m_firstLineEnd < 0 ? 1 : m_chunkLeft);
     if (feeds >= limit) {
         stop = behindLineFeed(begin, stop, limit);
         feeds = limit;
     }
     const auto length = static_cast<size_t>(stop - begin);
-    m_target->append({begin, length});
+    m_outSize += length;
     m_position += static_cast<qint64>(length);
     countLines(static_cast<qint64>(feeds));
     return at + length;
 }
 
-// Writes the rest of a line that holds bytes above 0x7F or a CR.
-size_t MailboxCopy::copyOddLine(std::string_view segment, size_t at)
+// Copies a character above U+007F as Latin-1, or a CR unless a line feed follows it.
+size_t MailboxCopy::copyOddByte(std::string_view segment, size_t at)
 {
-    const size_t feed = segment.find('\n', at);
-    const size_t end = feed == std::string_view::npos ? segment.size() : feed + 1;
+    const std::string_view rest = segment.substr(at);
+    const bool lineStarts = at == 0 ? !m_midLine : segment[at - 1] == '\n';
+    size_t taken = 1;
+    if (rest[0] == '\r') {
+        if (!startsWith(rest, "\r\n"))
+            put('\r');
+    } else if (lineStarts && startsWith(rest, byteOrderMark)) {
+        taken = byteOrderMark.size();
+    } else {
+        const Latin1Character character = latin1Character(rest);
+        if (character.taken == 0)
+            return copyBadLine(segment, at);
+        taken = character.taken;
+        for (size_t i = 0; i < character.given; ++i)
+            put(character.bytes[i]);
+    }
+    m_position += static_cast<qint64>(taken);
+    return at + taken;
+}
+
+// The rest of a line up to its end, which stays to be copied, as the toolkit reads it.
+size_t MailboxCopy::copyBadLine(std::string_view segment, size_t at)
+{
+    const size_t end = std::min(segment.find('\n', at), segment.size());
     std::string_view rest = segment.substr(at, end - at);
-    const bool crLf = endsWith(rest, "\r\n");
-    rest.remove_suffix(crLf ? 2 : 0);
-    m_latin1.resize(0);
-    appendAsLatin1(rest, at == 0 ? !m_midLine : segment[at - 1] == '\n', &m_latin1);
-    if (crLf)
-        m_latin1 += '\n';
-    m_target->append({m_latin1.constData(), static_cast<size_t>(m_latin1.size())});
-    m_position += static_cast<qint64>(end - at);
-    countLines(feed == std::string_view::npos ? 0 : 1);
-    return end;
+    if (end < segment.size() && endsWith(rest, "\r"))
+        rest.remove_suffix(1);
+    QByteArray latin1;
+    appendAsLatin1(rest, false, &latin1);
+    for (const char byte : latin1)
+        put(byte);
+    m_position += static_cast<qint64>(rest.size());
+    return at + rest.size();
 }
 
 // Whether the line before the one at `at` ends a message: an empty line, or a closing MIME boundary (RFC 2046, 5.1.1).
@@ -217,14 +246,19 @@ void MailboxCopy::rememberLastLine(std::string_view segment)
     m_midLine = true;
 }
 
+qint64 MailboxCopy::targetSize() const
+{
+    return m_target->size() + static_cast<qint64>(m_outSize);
+}
+
 void MailboxCopy::countLines(qint64 lines)
 {
     if (lines > 0 && m_firstLineEnd < 0)
-        m_firstLineEnd = m_target->size();
+        m_firstLineEnd = targetSize();
     m_chunkLeft -= lines;
     if (m_chunkLeft > 0)
         return;
-    m_target->append('\n');
+    put('\n');
     if (m_wholeGroup)
         startGroup();
     else
@@ -233,7 +267,7 @@ void MailboxCopy::countLines(qint64 lines)
 
 void MailboxCopy::startGroup()
 {
-    m_groupStart = m_target->size();
+    m_groupStart = targetSize();
     m_firstLineEnd = -1;
     m_wholeGroup = groupIsWhole();
     m_chunkLeft = m_wholeGroup ? readLimit : chunkLimit;

@@ -42,13 +42,17 @@ private:
     void copySegment(std::string_view segment);
     void repairLine(std::string_view segment, size_t at);
     size_t copyRun(std::string_view segment, size_t at);
-    size_t copyOddLine(std::string_view segment, size_t at);
+    size_t copyOddByte(std::string_view segment, size_t at);
+    size_t copyBadLine(std::string_view segment, size_t at);
     bool previousCloses(std::string_view segment, size_t at) const;
     void rememberLastLine(std::string_view segment);
     void countLines(qint64 lines);
     void startGroup();
     bool groupIsWhole() const;
     void takeBackGroup();
+
+    void put(char byte) { m_out[m_outSize++] = byte; }
+    qint64 targetSize() const;
 
     MailboxFile *m_target = nullptr;
     int m_file = -1;
@@ -58,6 +62,8 @@ private:
     size_t m_blockBytes = 256 * 1024;
     std::vector<char> m_block;
     size_t m_filled = 0;
+    std::vector<char> m_out; ///< what the segment has become so far
+    size_t m_outSize = 0;
 
     bool m_inText = false;     ///< a text part has started, so that "From " lines are suspect
     bool m_midLine = false;    ///< the next segment goes on within a line
@@ -68,5 +74,4 @@ private:
     bool m_wholeGroup = false;  ///< the gathered list reaches readLimit
     qint64 m_groupStart = 0;    ///< target size where the list starts
     qint64 m_firstLineEnd = -1; ///< target size behind the list's first line; -1 while it has none
-    QByteArray m_latin1;
 };

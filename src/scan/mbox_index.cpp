@@ -17,6 +17,13 @@ bool isSeparator(const QString &line)
     return false;
 }
 
+// Reads the first line: true if it starts with "From ".
+bool openedAtSeparator(LineReader *reader)
+{
+    const std::optional<std::string_view> first = reader->readLine();
+    return first && lineText(*first).startsWith(QLatin1String("From "));
+}
+
 // The index of one file while it is read.
 class MailboxIndexer
 {
@@ -116,13 +123,16 @@ private:
 };
 } // namespace
 
+bool beginsAsMailbox(const QString &path)
+{
+    LineReader reader(LineReader::Mode::Text);
+    return reader.open(path) && openedAtSeparator(&reader);
+}
+
 bool GetAllFieldsForTree(const QString &path, const std::function<void(qint64, qint64)> &progress)
 {
     LineReader reader(LineReader::Mode::Text);
-    if (!reader.open(path))
-        return false;
-    const std::optional<std::string_view> first = reader.readLine();
-    if (!first || !lineText(*first).startsWith(QLatin1String("From ")))
+    if (!reader.open(path) || !openedAtSeparator(&reader))
         return false;
     qint64 nextReport = 0;
     MailboxIndexer(path, reader).readMessages([&](qint64 done) {

@@ -16,3 +16,6 @@
 /// `progress`, if given, gets the bytes read so far and the file's size, for each whole per cent.
 bool GetAllFieldsForTree(const QString &path,
                          const std::function<void(qint64 done, qint64 size)> &progress = nullptr);
+
+/// True if the file can be opened and its first line starts with "From ".
+bool beginsAsMailbox(const QString &path);

@@ -18,7 +18,9 @@ public:
 
     int m_mailClientIndex = 0; ///< client index (storeKinds); picks the reader
 
-    // Readers; see readerOfClient for who calls which.
+    bool m_indexMessages = true; ///< false: a scan for a save alone makes no records of mbox messages
+
+    // Readers; see storeKinds for who calls which.
     void PostBoxFileSearch();
     void FileSearch();
     void CreateFile();
@@ -43,6 +45,8 @@ protected:
 private:
     /// Gathers every entry below a folder in AllFilePathInStrList; sets bCheckFucntion if the folder is there.
     void OnGetAllFileAndDir(const QString &path);
+    /// Indexes a file (GetAllFieldsForTree); `shown`: sends its progress.
+    bool indexWithProgress(const QString &path, bool shown);
     /// The closing signals of a reader that has gone through all its input: OnSubProgressHide,
     /// ProgressDailogHide, FinishScaning.
     void emitFinished();

@@ -29,6 +29,14 @@ void QMessageSavingThread::OnGetAllFileAndDir(const QString &path)
         bCheckFucntion = true;
 }
 
+bool QMessageSavingThread::indexWithProgress(const QString &path, bool shown)
+{
+    return GetAllFieldsForTree(path, [&](qint64 done, qint64 size) {
+        if (shown)
+            emit OnIndivisibleProgressvalue(static_cast<double>(done) * 100.0 / static_cast<double>(size));
+    });
+}
+
 // Indexes every entry; one that is a mailbox file gets its folder and record too. The indexing of a file is always
 // finished, so that a stop leaves whole files.
 void QMessageSavingThread::PostBoxFileSearch()
@@ -51,11 +59,8 @@ void QMessageSavingThread::PostBoxFileSearch()
             return;
         GetAllFilePathInStrList = AllFilePathInStrList.at(nextItr);
         const bool mailbox = mayBeMailbox(GetAllFilePathInStrList);
-        const bool indexed = GetAllFieldsForTree(GetAllFilePathInStrList, [&](qint64 done, qint64 size) {
-            if (mailbox)
-                emit OnIndivisibleProgressvalue(static_cast<double>(done) * 100.0 /
-                                                static_cast<double>(size));
-        });
+        const bool indexed = m_indexMessages ? indexWithProgress(GetAllFilePathInStrList, mailbox)
+                                             : mailbox && beginsAsMailbox(GetAllFilePathInStrList);
         if (indexed && mailbox) {
             emit OnSubProgressvalue(0);
             recordMailbox(GetAllFilePathInStrList);

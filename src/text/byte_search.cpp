@@ -89,14 +89,23 @@ size_t countLineFeeds(const char *begin, const char *end)
     return feeds + static_cast<size_t>(std::count(begin, end, '\n'));
 }
 
-const char *skipPlainBytes(const char *begin, const char *end, char lineStart, size_t *feeds)
+const char *copyPlainBytes(const char *begin, const char *end, char *out, char lineStart, size_t *feeds)
 {
 #ifdef __SSE2__
     constexpr int width = sizeof(__m128i);
     const __m128i feed = _mm_set1_epi8('\n');
     const __m128i carriageReturn = _mm_set1_epi8('\r');
     const __m128i start = _mm_set1_epi8(lineStart);
-    for (; end - begin > width; begin += width) {
+    __m128i lanes = _mm_setzero_si128();
+    int rounds = 0;
+    const auto addLanes = [&] {
+        const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
+        *feeds += static_cast<size_t>(_mm_cvtsi128_si32(sums)) +
+                  static_cast<size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
+        lanes = _mm_setzero_si128();
+        rounds = 0;
+    };
+    for (; end - begin > width; begin += width, out += width) {
         const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i *>(begin));
         const __m128i behind = _mm_loadu_si128(reinterpret_cast<const __m128i *>(begin + 1));
         const __m128i isFeed = _mm_cmpeq_epi8(here, feed);
@@ -104,12 +113,17 @@ const char *skipPlainBytes(const char *begin, const char *end, char lineStart, s
                                            _mm_and_si128(isFeed, _mm_cmpeq_epi8(behind, start)));
         if (_mm_movemask_epi8(stops) != 0)
             break;
-        *feeds += static_cast<size_t>(__builtin_popcount(static_cast<unsigned>(_mm_movemask_epi8(isFeed))));
+        _mm_storeu_si128(reinterpret_cast<__m128i *>(out), here);
+        lanes = _mm_sub_epi8(lanes, isFeed);
+        if (++rounds == 255)
+            addLanes();
     }
+    addLanes();
 #endif
     for (; begin < end; ++begin) {
         if (*begin < 0 || *begin == '\r')
             return begin;
+        *out++ = *begin;
         if (*begin == '\n') {
             ++*feeds;
             if (begin + 1 < end && begin[1] == lineStart)

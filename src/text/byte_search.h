@@ -20,7 +20,7 @@ const char *findLineStart(const char *begin, const char *end, LineStarts starts)
 /// Line feeds in [begin, end).
 size_t countLineFeeds(const char *begin, const char *end);
 
-/// Passes over bytes of mail that a copy can take as they are. Stops at the first byte above 0x7F, at the first CR,
-/// or behind a line feed that the byte `lineStart` follows; gives that place, `end` if there is none, and adds
-/// the line feeds passed to `feeds`.
-const char *skipPlainBytes(const char *begin, const char *end, char lineStart, size_t *feeds);
+/// Copies bytes of mail that need no second look to `out`, which has room for all of [begin, end) and 16 bytes
+/// more. Stops at the first byte above 0x7F, at the first CR, or behind a line feed that the byte `lineStart`
+/// follows; gives that place, `end` if there is none, and adds the line feeds copied to `feeds`.
+const char *copyPlainBytes(const char *begin, const char *end, char *out, char lineStart, size_t *feeds);

@@ -40,8 +40,9 @@ qint64 secondsOf(qint64 year, qint64 month, qint64 day, qint64 hour, qint64 minu
 QString formatted(const char *form, const std::tm &time, size_t bytes)
 {
     char text[64] = {};
-    return ::strftime_l(text, qMin(bytes, sizeof text), form, &time, mailLocale()) > 0 ? QString::fromLatin1(text)
-                                                                          : QString();
+    return ::strftime_l(text, qMin(bytes, sizeof text), form, &time, mailLocale()) > 0
+               ? QString::fromLatin1(text)
+               : QString();
 }
 } // namespace
 

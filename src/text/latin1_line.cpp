@@ -39,6 +39,19 @@ void appendByToolkit(std::string_view line, bool startsLine, QByteArray *out)
 }
 } // namespace
 
+Latin1Character latin1Character(std::string_view text)
+{
+    Latin1Character character;
+    character.taken = plainSequence(text);
+    if (character.taken == 0)
+        return character;
+    const int code = (static_cast<unsigned char>(text[0]) & 0x1F) << 6 | (text[1] & 0x3F);
+    character.given = character.taken == 4 ? 2 : 1;
+    character.bytes[0] = character.taken == 2 && code <= 0xFF ? static_cast<char>(code) : '?';
+    character.bytes[1] = '?';
+    return character;
+}
+
 void appendAsLatin1(std::string_view line, bool startsLine, QByteArray *out)
 {
     const int before = out->size();
@@ -53,17 +66,15 @@ void appendAsLatin1(std::string_view line, bool startsLine, QByteArray *out)
             rest.remove_prefix(1);
             continue;
         }
-        const size_t length = plainSequence(rest);
-        if (length == 0) {
+        const Latin1Character character = latin1Character(rest);
+        if (character.taken == 0) {
             out->resize(before);
             appendByToolkit(line, startsLine, out);
             return;
         }
-        const int code = (static_cast<unsigned char>(rest[0]) & 0x1F) << 6 | (rest[1] & 0x3F);
-        *to++ = length == 2 && code <= 0xFF ? static_cast<char>(code) : '?';
-        if (length == 4)
-            *to++ = '?';
-        rest.remove_prefix(length);
+        for (size_t i = 0; i < character.given; ++i)
+            *to++ = character.bytes[i];
+        rest.remove_prefix(character.taken);
     }
     out->resize(static_cast<int>(to - out->data()));
 }
