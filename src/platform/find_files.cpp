@@ -1,0 +1,39 @@
+#include "platform/find_files.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <atomic>
+#include <cstdlib>
+
+QString shellQuoted(const QString &text)
+{
+    return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QLatin1String("'\\''")) +
+           QLatin1Char('\'');
+}
+
+std::optional<QStringList> findFiles(const QString &folder, const QString &namePattern,
+                                     const QString &listFile)
+{
+    static std::atomic<int> runs{0};
+    const QString listPath =
+        QStringLiteral("%1.%2.%3").arg(listFile).arg(QCoreApplication::applicationPid()).arg(++runs);
+    QFile::remove(listPath);
+    // noclobber: whoever put a link at the list's place meanwhile gets nothing overwritten.
+    const QString command = QStringLiteral("set -C; find %1  -name %2 ! -path '*\n*' > %3 2>&1")
+                                .arg(shellQuoted(folder), shellQuoted(namePattern), shellQuoted(listPath));
+    const int status = std::system(QFile::encodeName(command).constData());
+    Q_UNUSED(status) // find also fails where it only could not enter a folder
+    QFile list(listPath);
+    if (!list.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QStringList paths;
+    while (!list.atEnd()) {
+        const QByteArray line = list.readLine();
+        const QString path = QFile::decodeName(line);
+        if (QFile::encodeName(path) == line && !path.trimmed().isEmpty())
+            paths.append(path.trimmed());
+    }
+    list.remove();
+    return paths;
+}
