@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QWebView>
+
+/// The web view of the preview. A message is foreign: no scripts, no plug-ins, no local storage, no local files,
+/// no network; only data: URLs are loaded. A link that is clicked opens in the user's browser or mail program if
+/// it is http, https or mailto, and does nothing otherwise.
+class MailView : public QWebView
+{
+    Q_OBJECT
+
+public:
+    explicit MailView(QWidget *parent = nullptr);
+};
