@@ -3,6 +3,7 @@
 // Builds .olm archives byte by byte.
 
 #include <QByteArray>
+#include <QList>
 
 /// A number in `bytes` little-endian bytes.
 inline QByteArray littleEndian(quint64 value, int bytes)
