@@ -46,14 +46,15 @@ bool startsWith(std::string_view text, std::string_view start)
 }
 
 // The header line of a part that is no text.
-bool endsText(const TextLine &line)
+bool endsText(const TextLine &line, const PreviewDialect &dialect)
 {
     constexpr std::string_view type = "Content-Type: ";
     constexpr std::string_view disposition = "Content-Disposition: ";
     if (startsWith(line.text, type)) {
         const std::string_view value = line.text.substr(type.size());
         return startsWith(value, "text/x-vcard;") || startsWith(value, "application/") ||
-               contains(value, "name=\"") || contains(value, "image/") || contains(value, "message/");
+               contains(value, "name=\"") || contains(value, "image/") ||
+               (dialect.endsAtMessage && contains(value, "message/"));
     }
     if (startsWith(line.text, disposition)) {
         const QString value = lineText(line.text.substr(disposition.size()));
@@ -179,7 +180,7 @@ size_t endOfText(std::string_view body, const PreviewDialect &dialect)
         const TextLine line = firstLine(body.substr(end));
         if (dialect.endsAtPropertyList && contains(line.text, propertyList))
             return end + line.bytes;
-        if (endsText(line))
+        if (endsText(line, dialect))
             break;
         end += line.bytes;
     }

@@ -47,6 +47,7 @@ struct PreviewDialect {
     ZoneNames zones;
     QString nameSeparator;
     // ---- the end of the text ----
+    bool endsAtMessage;                 ///< a part that is a message ends the text
     bool endsAtPropertyList;            ///< the text ends behind the first line of an XML property list
     std::vector<std::string_view> cuts; ///< an HTML text is cut at the last of these
     bool cutsBase64Again;               ///< base64 in HTML is cut at a boundary of its own
