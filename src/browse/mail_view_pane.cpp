@@ -82,7 +82,6 @@ void closeDoors(QWebSettings *settings)
     for (const QWebSettings::WebAttribute attribute : {QWebSettings::JavascriptEnabled,
                                                        QWebSettings::JavaEnabled,
                                                        QWebSettings::PluginsEnabled,
-                                                       QWebSettings::PrivateBrowsingEnabled,
                                                        QWebSettings::JavascriptCanOpenWindows,
                                                        QWebSettings::JavascriptCanCloseWindows,
                                                        QWebSettings::JavascriptCanAccessClipboard,
@@ -101,7 +100,7 @@ void closeDoors(QWebSettings *settings)
                                                        QWebSettings::MediaEnabled,
                                                        QWebSettings::FullScreenSupportEnabled})
         settings->setAttribute(attribute, false);
-    settings->setAttribute(QWebSettings::XSSAuditingEnabled, true);
+    settings->setAttribute(QWebSettings::PrivateBrowsingEnabled, true);
     settings->setThirdPartyCookiePolicy(QWebSettings::AlwaysBlockThirdPartyCookies);
 }
 } // namespace
@@ -121,11 +120,6 @@ MailView::MailView(QWidget *parent) : QWebView(parent)
         if (mayOpen(url))
             openUrl(url);
     });
-}
-
-QWebView *MailView::createWindow(QWebPage::WebWindowType)
-{
-    return nullptr;
 }
 
 bool mayLoad(const QUrl &url)

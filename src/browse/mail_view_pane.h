@@ -11,9 +11,6 @@ class MailView : public QWebView
 
 public:
     explicit MailView(QWidget *parent = nullptr);
-
-protected:
-    QWebView *createWindow(QWebPage::WebWindowType type) override;
 };
 
 /// True for a URL that a message may have loaded: only data:.
