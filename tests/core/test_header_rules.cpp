@@ -80,7 +80,7 @@ void TestHeaderRules::sender_data()
     QTest::newRow("quoted Q word") << "From: \"=?UTF-8?Q?Ren=C3=A9?=\" <r@x>\n"
                                    << none << utf8("René\" <r@x>\n") << utf8("René\" <r@x>")
                                    << utf8("René\" <r@x>\n") << utf8("René\" <r@x>")
-                                   << "From: \"=?UTF-8?Q?Ren=C3=A9?=\" <r@x>\n";
+                                   << "\"=?UTF-8?Q?Ren=C3=A9?=\" <r@x>\n";
     QTest::newRow("unknown encoding") << "From: =?UTF-8?X?abc?=\n"
                                       << none << "abc"
                                       << "abc"
