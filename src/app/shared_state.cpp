@@ -166,6 +166,7 @@ void CleanLinkedList()
     objMapFID_PID.clear();
     objMapFID_Name.clear();
     MapLeftTreePath.clear();
+    folderByPlace.clear();
 }
 
 void discardScanResult()

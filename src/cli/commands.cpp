@@ -157,5 +157,8 @@ int runCommand(const Arguments &arguments)
         printLists(arguments, shown);
     else
         printPreviews(arguments, shown);
-    return stopSignalled() ? ExitStopped : status;
+    const bool problems = sayProblems();
+    if (stopSignalled())
+        return ExitStopped;
+    return status == ExitDone && problems ? ExitEndedEarly : status;
 }
