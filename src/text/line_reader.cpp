@@ -12,11 +12,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace
-{
-constexpr size_t blockBytes = 256 * 1024;
-}
-
 LineReader::~LineReader()
 {
     close();
@@ -59,8 +54,8 @@ bool LineReader::readBlock()
         std::memmove(m_block.data(), m_block.data() + m_next, m_filled);
     m_blockStart += static_cast<qint64>(m_next);
     m_next = 0;
-    if (m_block.size() < blockBytes)
-        m_block.resize(blockBytes);
+    if (m_block.size() < m_blockBytes)
+        m_block.resize(m_blockBytes);
     else if (m_filled == m_block.size())
         m_block.resize(m_block.size() * 2);
     ssize_t got = 0;
@@ -139,6 +134,29 @@ bool LineReader::skipToLineStart(LineStarts starts)
             return false;
         if (hadFeed && isLineStart(m_block[m_next], starts))
             return true;
+    }
+}
+
+bool LineReader::skipToLineWith(std::string_view text)
+{
+    size_t searched = 0; // bytes from m_next on in which no find starts
+    for (;;) {
+        const std::string_view rest(m_block.data() + m_next, m_filled - m_next);
+        const void *found =
+            ::memmem(rest.data() + searched, rest.size() - searched, text.data(), text.size());
+        if (found) {
+            const size_t at = static_cast<size_t>(static_cast<const char *>(found) - rest.data());
+            m_next += rest.rfind('\n', at) + 1; // none: npos + 1 is 0
+            return true;
+        }
+        const size_t lastLine = rest.rfind('\n') + 1;
+        m_next += lastLine;
+        searched = rest.size() - lastLine;
+        searched -= std::min(searched, text.size() - 1);
+        if (!readBlock()) {
+            m_next = m_filled;
+            return false;
+        }
     }
 }
 

@@ -35,6 +35,8 @@ public:
     /// Passes over lines that don't start with a byte of `starts`, as fast as the machine can look for them.
     /// False if the file ends first.
     bool skipToLineStart(LineStarts starts);
+    /// Passes over lines that don't contain `text` (no line feed in it), likewise.
+    bool skipToLineWith(std::string_view text);
 
     /// Bytes from the start of the file to the next byte that readLine will look at.
     qint64 position() const { return m_blockStart + static_cast<qint64>(m_next); }
@@ -45,6 +47,9 @@ public:
     qint64 size() const { return m_size; }
     QString errorString() const { return m_error; }
 
+    /// The bytes read at a time, 256 KiB unless told; takes effect before the first read.
+    void setBlockBytes(size_t bytes) { m_blockBytes = bytes; }
+
 private:
     bool readBlock();
     bool fill(size_t bytes);
@@ -53,6 +58,7 @@ private:
     int m_file = -1;
     qint64 m_size = 0;
     QString m_error;
+    size_t m_blockBytes = 256 * 1024;
     std::vector<char> m_block; ///< bytes of the file from m_blockStart on; grows only for a longer line
     qint64 m_blockStart = 0;
     size_t m_filled = 0; ///< valid bytes in m_block
