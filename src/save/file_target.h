@@ -21,17 +21,14 @@ struct TargetRule {
     bool insideExcludesBelow; ///< a mailbox around the selection is not also taken as one below it
 };
 
-//                                          base                          mail      suffix       messages                          excludes
-constexpr TargetRule emlxToOutlook = {"/Main Identity.rge", "/Mail", ".imapmbox",
-                                      MessagesFolder::LeavesSelection, false};
-constexpr TargetRule mailMateToOutlook = {"/Main Identity.rge", "/Mail/", ".mailbox",
-                                          MessagesFolder::CutsPath, true};
-constexpr TargetRule outspringToOutlook = {"/Main Identity.rge", "/Mail", nullptr, MessagesFolder::Stays,
-                                           false};
-constexpr TargetRule mailMateToAppleMail = {"/Main Identity.mbox/Mail/", "", ".mailbox",
-                                            MessagesFolder::CutsPath, true};
-constexpr TargetRule outspringToAppleMail = {"/Main Identity.mbox/Mail/", "", nullptr, MessagesFolder::Stays,
-                                             false};
+// clang-format off
+//                                        base                          mail      suffix       messages                         excludes
+constexpr TargetRule emlxToOutlook       {"/Main Identity.rge",        "/Mail",  ".imapmbox", MessagesFolder::LeavesSelection, false};
+constexpr TargetRule mailMateToOutlook   {"/Main Identity.rge",        "/Mail/", ".mailbox",  MessagesFolder::CutsPath,        true};
+constexpr TargetRule outspringToOutlook  {"/Main Identity.rge",        "/Mail",  nullptr,     MessagesFolder::Stays,           false};
+constexpr TargetRule mailMateToAppleMail {"/Main Identity.mbox/Mail/", "",       ".mailbox",  MessagesFolder::CutsPath,        true};
+constexpr TargetRule outspringToAppleMail{"/Main Identity.mbox/Mail/", "",       nullptr,     MessagesFolder::Stays,           false};
+// clang-format on
 
 /// The mailbox that a message file lies in: its folder's path without the suffix. A file in no folder with a
 /// suffix belongs to the folder that it lies in.
