@@ -54,7 +54,7 @@ MailboxTarget targetOfStem(const TargetRule &rule, const QString &stem, const QS
     QString place;
     if (inside)
         place =
-            (QStringLiteral("/Mail") + placeInside(rule, stem, selected) + slash + name).remove(mboxSuffix) +
+            without(QStringLiteral("/Mail") + placeInside(rule, stem, selected) + slash + name, mboxSuffix) +
             slash;
     const QString mailbox = stem + slash;
     if (mailbox.startsWith(selected) && !(inside && rule.insideExcludesBelow))
