@@ -129,7 +129,8 @@ size_t MessageText::copyLines(std::string_view lines, bool seen)
     return at;
 }
 
-// Copies the character at the front, or the rest of its line where the toolkit has to say what it is.
+// Copies the character at the front; where the toolkit has to say what it is, with the line behind it as far as
+// nothing there is looked at.
 size_t MessageText::copyHighByte(std::string_view text)
 {
     const Latin1Character character = latin1Character(text);
@@ -138,8 +139,8 @@ size_t MessageText::copyHighByte(std::string_view text)
         m_outSize += character.given;
         return character.taken;
     }
-    std::string_view rest = text.substr(0, text.find('\n'));
-    if (rest.size() < text.size() && rest.back() == '\r')
+    std::string_view rest = text.substr(0, text.find_first_of("\n<"));
+    if (rest.back() == '\r' && startsWith(text.substr(rest.size()), "\n"))
         rest.remove_suffix(1);
     QByteArray latin1;
     appendAsLatin1(rest, false, &latin1);
