@@ -17,18 +17,9 @@ constexpr char datedFrom[] = "From - Wed Nov 12 14:38:04 2014";
 
 const QString newsFolder = QStringLiteral("/RSS/Apple Hot News.rssmbox/");
 const QString partialSuffix = QStringLiteral(".partial.emlx");
-const QString partSuffix = QStringLiteral(".emlxpart");
 
 // A partial message is put together in memory; one beyond any that exists is not.
 constexpr qint64 largestPartial = qint64(1) << 30;
-
-// A part whose number is written in another way than plain decimal is not among a message's parts.
-bool hasPlainNumber(QString part)
-{
-    part.chop(partSuffix.size());
-    const QString number = part.mid(part.lastIndexOf(QLatin1Char('.')) + 1);
-    return QString::number(number.toLongLong()) == number;
-}
 } // namespace
 
 // clang-format off
@@ -144,10 +135,7 @@ QStringList FileSaving::partsOf(const QString &path)
         m_partIndex.emplace(findFiles(m_selectedFile, QStringLiteral("*.emlxpart"),
                                       QStringLiteral("/var/tmp/VelmoraKestrinEmlxPart"))
                                 .value_or(QStringList()));
-    QStringList parts;
-    for (const QString &part : m_partIndex->takeParts(path))
-        if (hasPlainNumber(part))
-            parts.append(part);
+    QStringList parts = m_partIndex->takeParts(path);
     if (parts.isEmpty() || m_source.size() <= largestPartial)
         return parts;
     reportProblem(QStringLiteral("saved without its parts, it is too large: ") + path);

@@ -33,7 +33,7 @@ public:
     /// the file may lack its line feed. Empty at the end of the file. A line longer than `longestLine` bytes comes
     /// in pieces. The view is valid until the next call.
     std::string_view readLines();
-    static constexpr size_t longestLine = size_t(256) << 20;
+    static constexpr size_t longestLine = size_t(64) << 20;
 
     /// True if the next line, read as text, starts with a blank or a tab: a folded header line.
     bool nextIsFold();
