@@ -1,6 +1,12 @@
 #pragma once
 
+#include <QStringList>
 #include <QThread>
+
+#include <functional>
+
+enum class FileStep;
+struct FileStore;
 
 /// The scan thread: turns the selected store (m_selectedFile) into folder maps, file records and message
 /// records. One object for the whole run of the program; each scan is one run of the thread. All readers are
@@ -47,6 +53,14 @@ private:
     void OnGetAllFileAndDir(const QString &path);
     /// Indexes a file (GetAllFieldsForTree); `shown`: sends its progress.
     bool indexWithProgress(const QString &path, bool shown);
+    /// The scan of a store with a file for each message.
+    void scanFileStore(const FileStore &store);
+    /// The start of a reader that searches for files: shows its progress; false if it is to stop at once.
+    bool beginFiles();
+    /// Its walk over the files found, up to the closing signals.
+    void takeFiles(const QStringList &paths, const std::function<FileStep(const QString &path)> &take);
+    /// Nothing to read: NoDataIntoFile, 100 per cent, and the stop flag.
+    void emitNoData();
     /// The closing signals of a reader that has gone through all its input: OnSubProgressHide,
     /// ProgressDailogHide, FinishScaning.
     void emitFinished();

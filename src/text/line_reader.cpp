@@ -157,6 +157,29 @@ bool LineReader::skipToLineStart(LineStarts starts)
     }
 }
 
+bool LineReader::skipToLineWith(std::string_view text)
+{
+    size_t searched = 0; // bytes from m_next on in which no find starts
+    for (;;) {
+        const std::string_view rest(m_block.data() + m_next, m_filled - m_next);
+        const void *found =
+            ::memmem(rest.data() + searched, rest.size() - searched, text.data(), text.size());
+        if (found) {
+            const size_t at = static_cast<size_t>(static_cast<const char *>(found) - rest.data());
+            m_next += rest.rfind('\n', at) + 1; // none: npos + 1 is 0
+            return true;
+        }
+        const size_t lastLine = rest.rfind('\n') + 1;
+        m_next += lastLine;
+        searched = rest.size() - lastLine;
+        searched -= std::min(searched, text.size() - 1);
+        if (!readBlock()) {
+            m_next = m_filled;
+            return false;
+        }
+    }
+}
+
 void LineReader::seek(qint64 position)
 {
     // Lines in the block may have lost their CR, so the block is dropped.

@@ -40,6 +40,8 @@ public:
     /// Passes over lines that don't start with a byte of `starts`, as fast as the machine can look for them.
     /// False if the file ends first.
     bool skipToLineStart(LineStarts starts);
+    /// Passes over lines that don't contain `text` (no line feed in it), likewise.
+    bool skipToLineWith(std::string_view text);
 
     /// Bytes from the start of the file to the next byte that readLine will look at.
     qint64 position() const { return m_blockStart + static_cast<qint64>(m_next); }
@@ -51,7 +53,7 @@ public:
     /// Why the file could not be opened, or not be read to its end; empty where nothing went wrong.
     QString errorString() const { return m_error; }
 
-    /// For tests: the bytes read at a time.
+    /// The bytes read at a time, 256 KiB unless told; takes effect before the first read.
     void setBlockBytes(size_t bytes) { m_blockBytes = bytes; }
 
 private:
