@@ -35,6 +35,7 @@ private slots:
     void parts();
     void operaAccounts();
     void foreignNamesStayInside();
+    void mailboxesAlternate();
     void stop();
     void vanishedFile_data();
     void vanishedFile();
@@ -270,6 +271,17 @@ void TestFileSave::foreignNamesStayInside()
              QStringList("Main Identity.mbox/Mail/%2E%2E/%2E%2E/%2E%2E/%2E%2E/%2E%2E/%2E%2E/up/up.mbox"));
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name),
              QStringList({"out", "store"}));
+}
+
+void TestFileSave::mailboxesAlternate()
+{
+    addStore({{"A.mailbox/1.eml", "x\n1\n"}, {"A.mailbox/3.eml", "x\n3\n"}, {"B.mailbox/2.eml", "x\n2\n"}});
+    addFolder(503, stateTicked, {"A.mailbox/1.eml", "B.mailbox/2.eml"});
+    save(&bEmlFileFound, true);
+    QCOMPARE(mailboxes(),
+             (FileMap{{"Main Identity.mbox/Mail/A/A.mbox",
+                       QByteArray(dated) + "1\n\n" + dated + "3\n\n" + dated + "1\n\n"},
+                      {"Main Identity.mbox/Mail/B/B.mbox", QByteArray(dated) + "2\n\n" + dated + "2\n\n"}}));
 }
 
 void TestFileSave::stop()

@@ -19,6 +19,8 @@ public:
         while (!file.atEnd()) {
             const QByteArray bytes = file.readLine();
             QString line = QString::fromUtf8(bytes.constData(), bytes.size());
+            if (line.isEmpty())
+                continue;
             stopped = linesUntilStop-- == 0;
             if (stopped)
                 break;
@@ -80,6 +82,7 @@ private slots:
     void mixture();
     void chunks_data();
     void chunks();
+    void markAtTheEnd();
     void stop_data();
     void stop();
     void refused_data();
@@ -251,6 +254,13 @@ void TestMailboxCopy::chunks()
     const QByteArray copied = copy(write(source));
     QCOMPARE(copied.size(), target.size());
     QVERIFY(copied == target);
+}
+
+// A byte order mark that nothing follows is no line, and so does not fill a chunk.
+void TestMailboxCopy::markAtTheEnd()
+{
+    const QByteArray lines = "From \n" + QByteArray("x\n").repeated(99998);
+    QVERIFY(copy(write(lines + "\xEF\xBB\xBF")) == lines + '\n');
 }
 
 void TestMailboxCopy::stop_data()
