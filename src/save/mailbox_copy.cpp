@@ -241,9 +241,10 @@ void MailboxCopy::rememberLastLine(std::string_view segment)
     }
     if (feed != std::string_view::npos || !m_midLine) {
         const size_t start = feed == std::string_view::npos ? 0 : feed + 1;
-        m_lineDashes = startsWith(withoutMark(segment.substr(start)), "--");
+        const std::string_view line = withoutMark(segment.substr(start));
+        m_lineDashes = startsWith(line, "--");
+        m_midLine = !line.empty(); // a mark alone, at the end of the file, is no line
     }
-    m_midLine = true;
 }
 
 qint64 MailboxCopy::targetSize() const

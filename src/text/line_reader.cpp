@@ -30,6 +30,7 @@ bool LineReader::open(const QString &path)
         return false;
     }
     m_size = info.st_size;
+    m_path = path;
     m_error.clear();
     return true;
 }
@@ -63,6 +64,8 @@ bool LineReader::readBlock()
         got = ::pread(m_file, m_block.data() + m_filled, m_block.size() - m_filled,
                       m_blockStart + static_cast<qint64>(m_filled));
     } while (got < 0 && errno == EINTR);
+    if (got < 0)
+        m_error = m_path + QStringLiteral(": ") + qt_error_string(errno);
     if (got <= 0)
         return false;
     m_filled += static_cast<size_t>(got);
@@ -95,6 +98,23 @@ std::optional<std::string_view> LineReader::readLine()
             m_block[m_next - 2] = '\n';
         }
         return std::string_view(start, length);
+    }
+}
+
+std::string_view LineReader::readLines()
+{
+    for (;;) {
+        const std::string_view rest(m_block.data() + m_next, m_filled - m_next);
+        const bool atFileEnd = position() + static_cast<qint64>(rest.size()) >= m_size;
+        const size_t feed = atFileEnd || rest.size() > longestLine ? rest.size() - 1 : rest.rfind('\n');
+        if (!rest.empty() && feed != std::string_view::npos) {
+            m_next += feed + 1;
+            return rest.substr(0, feed + 1);
+        }
+        if (atFileEnd || !readBlock()) {
+            m_next = m_filled;
+            return rest;
+        }
     }
 }
 

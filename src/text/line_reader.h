@@ -29,6 +29,11 @@ public:
     /// The next line, line feed included, or nothing at the end of the file. The view is valid until the next
     /// call.
     std::optional<std::string_view> readLine();
+    /// As many whole lines as one block holds, as they stand in the file whatever the mode; only the last line of
+    /// the file may lack its line feed. Empty at the end of the file. A line longer than `longestLine` bytes comes
+    /// in pieces. The view is valid until the next call.
+    std::string_view readLines();
+    static constexpr size_t longestLine = size_t(64) << 20;
 
     /// True if the next line, read as text, starts with a blank or a tab: a folded header line.
     bool nextIsFold();
@@ -45,6 +50,7 @@ public:
     bool atEnd();
     /// The file's size in bytes when it was opened.
     qint64 size() const { return m_size; }
+    /// Why the file could not be opened, or not be read to its end; empty where nothing went wrong.
     QString errorString() const { return m_error; }
 
     /// The bytes read at a time, 256 KiB unless told; takes effect before the first read.
@@ -57,6 +63,7 @@ private:
     Mode m_mode;
     int m_file = -1;
     qint64 m_size = 0;
+    QString m_path;
     QString m_error;
     size_t m_blockBytes = 256 * 1024;
     std::vector<char> m_block; ///< bytes of the file from m_blockStart on; grows only for a longer line
