@@ -37,6 +37,7 @@ private slots:
     void nestedMailboxes();
     void unreadable_data();
     void unreadable();
+    void unusedPart();
     void missingStore();
     void stopBetweenFiles();
     void oddNames();
@@ -175,6 +176,12 @@ void TestFileScan::unreadable_data()
     QTest::newRow("message") << appleMail << "a.mbox/1.emlx" << FileMap{{"a.mbox/1.emlx/x.txt", ""}};
     QTest::newRow("part") << appleMail << "a.mbox/1.2.emlxpart"
                           << FileMap{{"a.mbox/1.partial.emlx", "9\nX-Apple-Content-Length: 3\n\n\n"}};
+    QTest::newRow("the second part, of two that are used")
+        << appleMail << "a.mbox/1.3.emlxpart"
+        << FileMap{
+               {"a.mbox/1.partial.emlx", "9\nX-Apple-Content-Length: 3\n\n\nX-Apple-Content-Length: 3\n\n"},
+               {"a.mbox/1.2.emlxpart", ""},
+               {"a.mbox/1.4.emlxpart", ""}};
     QTest::newRow("mate") << mailMate << "a.mailbox/1.eml" << FileMap{};
     QTest::newRow("outspring") << outspring << "a/1.eml" << FileMap{};
 }
@@ -190,6 +197,18 @@ void TestFileScan::unreadable()
     const QStringList problems = takeProblems();
     QCOMPARE(problems.size(), 1);
     QVERIFY2(problems.first().contains(store() + "/" + folder), qPrintable(problems.first()));
+}
+
+// A part that no section of its message takes, and one behind the property list, may be anything.
+void TestFileScan::unusedPart()
+{
+    writeFiles(store(), {{"a.mbox/1.partial.emlx", "9\nX-Apple-Content-Length: 3\n\n\n"
+                                                   "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                                   "X-Apple-Content-Length: 3\n\n"},
+                         {"a.mbox/1.2.emlxpart", ""}});
+    QVERIFY(QDir(store()).mkpath("a.mbox/1.3.emlxpart"));
+    QCOMPARE(scan(appleMail, store()), QStringList({"hide", "finished"}));
+    QVERIFY(!hasProblems());
 }
 
 // What the search says about the missing folder is one of its results.
