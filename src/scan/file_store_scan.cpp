@@ -129,7 +129,7 @@ bool FileStoreScan::find()
 bool FileStoreScan::canPartsBeRead(const QString &path)
 {
     const QStringList parts = m_parts.takeParts(path);
-    const QStringList used = parts.isEmpty() ? parts : parts.mid(0, sectionsOf(path));
+    const QStringList used = parts.mid(0, parts.isEmpty() ? 0 : sectionsOf(path));
     return std::all_of(used.cbegin(), used.cend(), canBeRead);
 }
 
