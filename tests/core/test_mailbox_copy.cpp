@@ -207,7 +207,7 @@ void TestMailboxCopy::mixture()
                                  QByteArray(150, 'x'),
                                  QByteArray(1, '\0')};
     quint32 seed = 7;
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 30; ++round) {
         QByteArray bytes = "From \n";
         for (int i = 0; i < 300; ++i) {
             seed = seed * 1664525 + 1013904223;
