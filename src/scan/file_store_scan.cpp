@@ -6,6 +6,10 @@
 #include "platform/folder_walk.h"
 #include "scan/folder_ids.h"
 #include "text/line_reader.h"
+#include "text/message_text.h"
+
+#include <algorithm>
+#include <limits>
 
 // clang-format off
 //                              pattern   listFile                             mailboxes                      hasParts  found                  place
@@ -46,6 +50,28 @@ bool fitsStore(const QString &path, FileStore::Mailboxes mailboxes)
     if (mailboxes == FileStore::Mailboxes::Any)
         return true;
     return path.contains(QLatin1String(".mailbox")) == (mailboxes == FileStore::Mailboxes::Needed);
+}
+bool canBeRead(const QString &path)
+{
+    LineReader reader(LineReader::Mode::Text);
+    if (reader.open(path))
+        return true;
+    reportUnreadable(path, reader.errorString());
+    return false;
+}
+
+// How many parts a partial message has a place for.
+int sectionsOf(const QString &path)
+{
+    LineReader reader(LineReader::Mode::Bytes);
+    MessageText text(LineRule::Filtered);
+    text.start();
+    size_t sections = 0;
+    if (reader.open(path))
+        for (std::string_view lines = reader.readLines(); !lines.empty() && !text.hasEnded();
+             lines = reader.readLines())
+            sections += partPlaces(text.take(lines)).size();
+    return static_cast<int>(std::min<size_t>(sections, std::numeric_limits<int>::max()));
 }
 } // namespace
 
@@ -99,21 +125,12 @@ bool FileStoreScan::find()
     return true;
 }
 
-bool FileStoreScan::canBeRead(const QString &path)
-{
-    LineReader reader(LineReader::Mode::Text);
-    if (reader.open(path))
-        return true;
-    reportUnreadable(path, reader.errorString());
-    return false;
-}
-
+// Only the parts for which the message has a section are used.
 bool FileStoreScan::canPartsBeRead(const QString &path)
 {
-    for (const QString &part : m_parts.takeParts(path))
-        if (!canBeRead(part))
-            return false;
-    return true;
+    const QStringList parts = m_parts.takeParts(path);
+    const QStringList used = parts.mid(0, parts.isEmpty() ? 0 : sectionsOf(path));
+    return std::all_of(used.cbegin(), used.cend(), canBeRead);
 }
 
 FileStep FileStoreScan::take(const QString &path)

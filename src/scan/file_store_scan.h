@@ -68,7 +68,6 @@ public:
     FileStep take(const QString &path);
 
 private:
-    bool canBeRead(const QString &path);
     bool canPartsBeRead(const QString &path);
 
     const FileStore &m_store;

@@ -159,6 +159,8 @@ bool LineReader::skipToLineStart(LineStarts starts)
 
 bool LineReader::skipToLineWith(std::string_view text)
 {
+    if (!fill(1))
+        return false;
     size_t searched = 0; // bytes from m_next on in which no find starts
     for (;;) {
         const std::string_view rest(m_block.data() + m_next, m_filled - m_next);
