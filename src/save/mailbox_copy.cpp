@@ -133,9 +133,8 @@ void MailboxCopy::copySegment(std::string_view segment)
     while (at < segment.size()) {
         if (segment[at] >= 0 && startsLine(segment, at))
             repairLine(segment, at);
-        at = copyRun(segment, at);
-        while (at < segment.size() && (segment[at] < 0 || segment[at] == '\r'))
-            at = copyOddByte(segment, at);
+        const bool odd = segment[at] < 0 || segment[at] == '\r';
+        at = odd ? copyOddByte(segment, at) : copyRun(segment, at);
     }
     rememberLastLine(segment);
     m_target->append({m_out.data(), m_outSize});

@@ -46,7 +46,7 @@ void TestMboxTarget::targets_data()
          "server/INBOX/INBOX.mbox", "server/INBOX"},
         {"Mail before ImapMail", "/x", "/x/ImapMail/Mail/a/ImapMail/b", "a/ImapMail/b.mbox",
          "a/ImapMail/b/b.mbox", "a/ImapMail/b"},
-        {"marks share no slash", "/x", "/x/Mail/Mail/a", "Mail/a.mbox", "Mail/a/a.mbox", "Mail/a"},
+        {"marks share no slash", "/x", "/x/Mail/Mail/a", "Mail/a.mbox", "Mail/a/a.mbox", "Ma"},
         {"directly below Mail", "/x", "/x/Mail/Inbox", "Inbox/Inbox.mbox", "Inbox/Inbox.mbox", "Inbox"},
         {"suffix within the name", "/x", "/x/Mail/a/In.mbox.old", "a/In.mbox.old/In.old.mbox",
          "a/In.mbox.old/In.mbox.old.mbox", "a/In.mbox.old"},

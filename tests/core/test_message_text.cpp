@@ -199,7 +199,7 @@ void TestMessageText::longMessage()
                                  "\t",
                                  QByteArray(1, '\0')};
     quint32 seed = 1;
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 30; ++round) {
         QByteArray bytes = "12\n";
         for (int i = 0; i < 300; ++i) {
             seed = seed * 1664525 + 1013904223;
