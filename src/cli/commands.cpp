@@ -157,8 +157,6 @@ int runCommand(const Arguments &arguments)
         printLists(arguments, shown);
     else
         printPreviews(arguments, shown);
-    const bool problems = sayProblems();
-    if (stopSignalled())
-        return ExitStopped;
-    return status == ExitDone && problems ? ExitEndedEarly : status;
+    sayProblems();
+    return stopSignalled() ? ExitStopped : status;
 }
