@@ -20,6 +20,9 @@ const FileStore outspringStore {"*.eml",  "/var/tmp/VelmoraKestrinEmlandfEml", F
 
 namespace
 {
+constexpr size_t partialBlockBytes =
+    16 * 1024; // what belongs to a partial message's attachments is not in it
+
 bool isMessageFile(const QString &path)
 {
     return path.endsWith(QLatin1String(".eml")) || path.endsWith(QLatin1String(".emlx"));
@@ -64,6 +67,7 @@ bool canBeRead(const QString &path)
 int sectionsOf(const QString &path)
 {
     LineReader reader(LineReader::Mode::Bytes);
+    reader.setBlockBytes(partialBlockBytes);
     MessageText text(LineRule::Filtered);
     text.start();
     size_t sections = 0;

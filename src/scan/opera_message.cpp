@@ -7,7 +7,7 @@
 
 namespace
 {
-constexpr size_t blockBytes = 64 * 1024;
+constexpr size_t blockBytes = 16 * 1024; // most messages; a larger one would be cleared in vain for each file
 constexpr std::string_view locationMark = "X-Opera-Location:";
 
 // The sender and subject of a file, and where the sender's folded lines stand.

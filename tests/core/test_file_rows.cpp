@@ -51,7 +51,7 @@ void TestFileRows::text_data()
         "J\xC3\xB6rg\none\n two\n\tthree");
     row("a fold that names the other header", "From: A\n Subject: no\nSubject: yes\n",
         "A\n Subject: no\n\nyes");
-    row("any case; the name in capitals stays", "FROM: A\nsubject: Hi\n", "FROM: A\n\nsubject: Hi");
+    row("any case; the sender's name in capitals stays", "FROM: A\nsubject: Hi\n", "FROM: A\n\nHi");
     row("the first of each, in the body too", "To: x\n\nSubject: body\nFrom: b\n\nFrom: c\nSubject: d\n",
         "b\n\nbody");
     row("not at a line's start", "X-From: no\n >From: no\nSubject: yes\nFrom: me\n", "me\n\nyes");
