@@ -1,5 +1,4 @@
 #include "app/settings_plist.h"
-#include "browse/mail_view_pane.h"
 #include "platform/open_url.h"
 
 #include <QDesktopServices>
@@ -15,5 +14,3 @@ void openUrl(const QUrl &url)
     if (!url.isEmpty())
         QDesktopServices::openUrl(url);
 }
-
-MailView::MailView(QWidget *parent) : QWebView(parent) {}

@@ -1,0 +1,3 @@
+#include "browse/mail_view_pane.h"
+
+MailView::MailView(QWidget *parent) : QWebView(parent) {}
