@@ -2,6 +2,7 @@
 
 #include "app/settings_plist.h"
 #include "platform/system_info.h"
+#include "platform/text_fit.h"
 
 AboutDlg::AboutDlg(QWidget *parent) : QDialog(parent)
 {
@@ -30,6 +31,6 @@ void AboutDlg::GetSUpport()
     }
     TicketLabel->setText(
         QStringLiteral("<a href=\"%1\">%2</a>").arg(link.toHtmlEscaped(), text.toHtmlEscaped()));
-    TicketLabel->setFont(QFont(QStringLiteral("Lucida Grande"), 12));
+    TicketLabel->setFont(lucidaFont(12));
     TicketLabel->setOpenExternalLinks(true);
 }
