@@ -1,6 +1,6 @@
 #include "app/main_window.h"
 
-#include "app/my_button.h"
+#include "app/my_button_window.h"
 #include "app/shared_state.h"
 #include "app/window_state.h"
 #include "dialogs/import_window_dialog.h"

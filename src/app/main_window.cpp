@@ -1,6 +1,6 @@
 #include "app/main_window.h"
 
-#include "app/my_button.h"
+#include "app/my_button_window.h"
 #include "app/shared_state.h"
 #include "app/window_state.h"
 #include "dialogs/progress_info_dialog.h"
@@ -89,6 +89,8 @@ void QConverterMainWindow::createStatusBar()
 
     m_pFolderNameLabel = new QLabel(this);
     m_pCountLabel = new QLabel(this);
+    m_pFolderNameLabel->setObjectName(QStringLiteral("folderNameLabel"));
+    m_pCountLabel->setObjectName(QStringLiteral("countLabel"));
     // A folder's name is foreign text: never markup.
     m_pFolderNameLabel->setTextFormat(Qt::PlainText);
 

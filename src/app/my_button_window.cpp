@@ -1,4 +1,4 @@
-#include "app/my_button.h"
+#include "app/my_button_window.h"
 
 #include <QBitmap>
 

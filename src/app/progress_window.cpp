@@ -1,6 +1,6 @@
 #include "app/main_window.h"
 
-#include "app/my_button.h"
+#include "app/my_button_window.h"
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "app/window_state.h"

@@ -57,6 +57,7 @@ void QConverterMainWindow::CreateLeftDockWindows()
 QTreeWidget *QConverterMainWindow::createFolderTree()
 {
     auto *tree = new QTreeWidget;
+    tree->setObjectName(QStringLiteral("folderTree"));
     tree->setColumnCount(folderColumns);
     tree->setHeaderLabel(QString());
     for (int column = 1; column < folderColumns; ++column)
@@ -76,6 +77,7 @@ QTreeWidget *QConverterMainWindow::createFolderTree()
 QTreeWidget *QConverterMainWindow::createMessageList()
 {
     auto *list = new QTreeWidget;
+    list->setObjectName(QStringLiteral("messageList"));
     list->setColumnCount(messageColumns);
     list->setHeaderLabels({QStringLiteral("  "),
                            QStringLiteral("                               ") + tr("Mail"), QString(),
@@ -99,6 +101,7 @@ QTreeWidget *QConverterMainWindow::createMessageList()
 QWidget *QConverterMainWindow::createPreviewFrame()
 {
     m_pHeaderPane = newTextPane();
+    m_pHeaderPane->setObjectName(QStringLiteral("headerPane"));
     m_pHeaderPane->setFont(lucidaFont(11));
     m_pHeaderPane->setFixedHeight(110);
     m_pHeaderPane->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
