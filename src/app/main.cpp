@@ -1,5 +1,6 @@
 #include "app/main_window.h"
 #include "app/shared_state.h"
+#include "app/translations_window.h"
 #include "app/window_state.h"
 #include "platform/text_fit.h"
 
@@ -32,11 +33,12 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    const QApplication application(argc, argv);
+    QApplication application(argc, argv);
     // File names are bytes in UTF-8, whatever the locale says (the C locale would turn them into "?").
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/img_Application.png")));
     setFontFallback();
+    installTranslations(&application);
 
     findResources();
     if (QCoreApplication::applicationDirPath().toLatin1() == diskImagePath) {

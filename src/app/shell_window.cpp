@@ -152,7 +152,7 @@ void QConverterMainWindow::CreateToolBar()
 void QConverterMainWindow::CreateMenuBar()
 {
     QMenu *application = menuBar()->addMenu(tr("&VelmoraMailConverter"));
-    application->addAction(m_pAboutAction);
+    application->addActions({m_pAboutAction, m_pPreferencesAction});
     QMenu *file = menuBar()->addMenu(tr("&File"));
     file->addActions({m_pOpenAction, m_pSaveAction});
     QMenu *help = menuBar()->addMenu(tr("&Help"));

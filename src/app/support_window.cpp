@@ -1,48 +1,53 @@
 #include "app/main_window.h"
 
-#include "app/settings_plist.h"
-#include "app/shared_state.h"
+#include "app/support_links.h"
+#include "dialogs/about_dialog.h"
+#include "dialogs/preferences_dialog.h"
 #include "platform/open_url.h"
 
-#include <QUrl>
-
-namespace
+void QConverterMainWindow::createPreferences()
 {
-void openSetting(const char *key)
-{
-    openUrl(QUrl(linkSetting(QLatin1String(key))));
+    m_pPreferences = new PreferencesDialog(this);
 }
-} // namespace
 
-void QConverterMainWindow::createPreferences() {}
-
-void QConverterMainWindow::createAbout() {}
+void QConverterMainWindow::createAbout()
+{
+    m_pAbout = new AboutDlg(this);
+}
 
 void QConverterMainWindow::OpenHelp()
 {
-    openUrl(QUrl::fromLocalFile(HelpFilePath + QStringLiteral("/help/Velmora_Mail_Converter.htm")));
+    openUrl(helpPage());
 }
 
 void QConverterMainWindow::OnEmailSupport()
 {
-    openUrl(QUrl(QStringLiteral("mailto:") + linkSetting(QStringLiteral("EmailToSupport"))));
+    openUrl(GetEmailSupport());
 }
 
 void QConverterMainWindow::OnViewSupport()
 {
-    openSetting("ViewSupportLink");
+    openUrl(GetViewSupport());
 }
 
 void QConverterMainWindow::OnGenerateTicket()
 {
-    openSetting("SubmitEnquiryLink");
+    openUrl(GetGenerateTicket());
 }
 
 void QConverterMainWindow::OnKnowledgeBase()
 {
-    openSetting("KBLink");
+    openUrl(GetKnowledgebase());
 }
 
-void QConverterMainWindow::aboutVelmoraKestrin() {}
+void QConverterMainWindow::aboutVelmoraKestrin()
+{
+    m_pAbout->setModal(true);
+    m_pAbout->show();
+}
 
-void QConverterMainWindow::OnPreferences() {}
+void QConverterMainWindow::OnPreferences()
+{
+    m_pPreferences->setModal(true);
+    m_pPreferences->show();
+}

@@ -27,6 +27,16 @@ Run convert(const QStringList &arguments)
             process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
+// True while the process has a file of that name open: it is at work on it.
+bool holdsOpen(const QProcess &process, const QString &name)
+{
+    const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(process.processId()));
+    for (const QFileInfo &descriptor : descriptors.entryInfoList(QDir::Files | QDir::System))
+        if (QFile::symLinkTarget(descriptor.filePath()).endsWith("/" + name))
+            return true;
+    return false;
+}
+
 const QByteArray mailbox = "From - Mon Jan  1 00:00:00 2007\n"
                            "From: Ann <ann@example.org>\n"
                            "Subject: A \"quote\", a \\ and a tab\there\n"
@@ -222,7 +232,7 @@ void TestCli::stopSignal()
     QProcess process;
     process.start(qEnvironmentVariable("VELMORA_CONVERT"), {"scan", "--client", "3", "--json", store()});
     QVERIFY(process.waitForStarted());
-    QTest::qWait(60);
+    QTRY_VERIFY_WITH_TIMEOUT(holdsOpen(process, "Large"), 30000);
     ::kill(static_cast<pid_t>(process.processId()), SIGINT);
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);

@@ -1,13 +1,7 @@
-#include "app/settings_plist.h"
 #include "platform/open_url.h"
 
 #include <QDesktopServices>
 #include <QUrl>
-
-QString linkSetting(const QString &)
-{
-    return QString();
-}
 
 void openUrl(const QUrl &url)
 {
