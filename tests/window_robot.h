@@ -137,6 +137,7 @@ public:
     }
     void clickFolder(const QString &way) const
     {
+        tree()->scrollToItem(folder(way));
         const QRect place = tree()->visualItemRect(folder(way));
         QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {},
                           QPoint(place.left() + 60, place.center().y()));
@@ -145,6 +146,7 @@ public:
     void tick(const QString &way) const
     {
         QTreeWidgetItem *item = folder(way);
+        tree()->scrollToItem(item);
         QStyleOptionViewItem option;
         option.initFrom(tree());
         option.rect = tree()->visualItemRect(item);

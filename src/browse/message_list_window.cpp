@@ -46,6 +46,7 @@ void QConverterMainWindow::beginList()
     m_pMyOpenButton->setEnabled(false);
     m_pMySaveButton->setEnabled(false);
     m_pMessageList->clear();
+    m_pMessageList->setSortingEnabled(false); // rows go in as they come; OnStatusBarValue turns it on
 }
 
 void QConverterMainWindow::addRows(const std::vector<MessageRow> &rows)

@@ -10,6 +10,7 @@
 
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QMessageBox>
 
 namespace
@@ -140,4 +141,16 @@ void QParseDatabase::closeEvent(QCloseEvent *event)
 {
     event->ignore();
     closeEvent();
+}
+
+void QParseDatabase::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        closeEvent();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        auto *focused = qobject_cast<QPushButton *>(focusWidget());
+        (focused ? focused : browseConverterButton)->click();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
 }

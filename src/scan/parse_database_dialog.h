@@ -23,6 +23,8 @@ public slots:
 protected:
     /// The window manager's close box acts as the Close button.
     void closeEvent(QCloseEvent *event) override;
+    /// Enter presses the button with the focus or the default one, Escape leaves, as in any dialog.
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void ConnectSignals();

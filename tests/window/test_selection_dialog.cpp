@@ -121,20 +121,22 @@ void TestSelectionDialog::browse()
 
 void TestSelectionDialog::leave_data()
 {
-    QTest::addColumn<bool>("closeBox");
-    QTest::newRow("Close button") << false;
-    QTest::newRow("close box") << true;
+    QTest::addColumn<QByteArray>("way");
+    for (const char *way : {"Close button", "close box", "Escape"})
+        QTest::newRow(way) << QByteArray(way);
 }
 
 void TestSelectionDialog::leave()
 {
-    QFETCH(bool, closeBox);
+    QFETCH(QByteArray, way);
     WindowRobot robot;
     QVERIFY(!m_pMyOpenButton->isEnabled() && !m_pMySaveButton->isEnabled() &&
             robot.fileAction(0)->isEnabled() && !robot.fileAction(1)->isEnabled());
     robot.in<QComboBox>(m_pParseDatabase, "comboBoxForClientList")->setCurrentIndex(3);
-    if (closeBox)
+    if (way == "close box")
         m_pParseDatabase->close();
+    else if (way == "Escape")
+        QTest::keyClick(m_pParseDatabase, Qt::Key_Escape);
     else
         robot.click(m_pParseDatabase, "closeButton");
     QVERIFY(!m_pParseDatabase->isVisible());

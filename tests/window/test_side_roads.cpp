@@ -1,6 +1,8 @@
 #include "store_files.h"
 #include "window_robot.h"
 
+#include "app/problem_log.h"
+
 #include <QTemporaryDir>
 
 namespace
@@ -36,6 +38,8 @@ private slots:
     void closeWhileSaving();
     void cancelledTarget_data();
     void cancelledTarget();
+    void endedEarly();
+    void endedWithoutASign();
     void unreadableMailbox();
     void unwritableTarget();
 
@@ -292,6 +296,51 @@ void TestSideRoads::cancelledTarget()
     QVERIFY(!m_pSaveAs->isVisible() && !pMailSaving->isRunning());
     QVERIFY(m_pMyOpenButton->isEnabled() && m_pMySaveButton->isEnabled() && robot.tree()->isEnabled());
     QVERIFY(readFiles(out()).isEmpty());
+}
+
+// A reader that gives up at a file sends no end signal: its dialog stays, says which file, and Stop ends it.
+void TestSideRoads::endedEarly()
+{
+    WindowRobot robot;
+    robot.choose(3, store());
+    pMessageSavingThread->m_mailClientIndex = 99; // no reader: the thread ends at once
+    const QString reason = "can't be read: /a/" + QString("very long folder/").repeated(12) + "file";
+    connect(
+        pMessageSavingThread, &QThread::started, pMessageSavingThread,
+        [&] {
+            emit pMessageSavingThread->OnShowProgressDlg();
+            reportProblem(reason);
+        },
+        Qt::DirectConnection);
+    robot.start();
+    QTRY_VERIFY(!pMessageSavingThread->isRunning() && robot.progress());
+    QLabel *label = robot.in<QLabel>(robot.progress(), "SearchLabel");
+    QTRY_VERIFY(label->text().startsWith(reason));
+    QVERIFY(label->text().contains("Stop") && label->height() > 60);
+    QVERIFY(robot.progress()->height() >= label->geometry().bottom());
+    robot.expectBox(abortQuestion, QMessageBox::Yes);
+    robot.expectBox("\nProcess Aborted.", QMessageBox::Ok);
+    robot.click(robot.progress(), "stopButton");
+    QVERIFY2(robot.isQuiet(), qPrintable(robot.surprises()));
+    QVERIFY(!robot.progress() && m_pMyOpenButton->isEnabled() && robot.tree()->isEnabled());
+    robot.expectBox(
+        "Current scan information will be discarded if you select another mailbox. Do you want to "
+        "continue?",
+        QMessageBox::Yes);
+    robot.click(m_pMyOpenButton);
+    robot.scan(store()); // the stop that came after the end stops nothing later
+    QCOMPARE(robot.folder("Mail/Local Folders")->childCount(), 2);
+}
+
+void TestSideRoads::endedWithoutASign()
+{
+    WindowRobot robot;
+    robot.choose(3, store());
+    pMessageSavingThread->m_mailClientIndex = 99;
+    robot.expectBox("The process ended before it was done.", QMessageBox::Ok);
+    robot.start();
+    QTRY_VERIFY2(robot.isQuiet(), qPrintable(robot.surprises()));
+    QVERIFY(m_pMyOpenButton->isEnabled() && !robot.progress());
 }
 
 // The closing window says what is missing from the bundle.

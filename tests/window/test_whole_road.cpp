@@ -49,7 +49,7 @@ void TestWholeRoad::selectScanBrowseTickSave_data()
     QTest::newRow("Outlook") << QByteArray("radioButtonforOutlook") << "Main Identity.rge"
                              << "Mail/Local Folders/Inbox.mbox";
     QTest::newRow("Apple Mail") << QByteArray("radioButtonforApple") << "Main Identity.mbox"
-                                << "Mail/Local Folders/Inbox.mbox/mbox";
+                                << "Mail/Local Folders/Inbox/Inbox.mbox";
 }
 
 void TestWholeRoad::selectScanBrowseTickSave()
