@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 namespace
 {
@@ -110,7 +111,9 @@ void freeMailItems()
 
 QString pathOf(const MailItemNode &item)
 {
-    return QString::fromUtf16(item.path, item.pathLength / static_cast<int>(sizeof(char16_t)));
+    // Not by fromUtf16, which takes a byte order mark at the front for a sign and not for text.
+    return QString(reinterpret_cast<const QChar *>(item.path),
+                   item.pathLength / static_cast<int>(sizeof(char16_t)));
 }
 
 MboxMessageNode *appendMessage()
@@ -145,7 +148,8 @@ void storeField(char16_t *field, int units, const QString &text)
 
 QString fieldText(const char16_t *field)
 {
-    return QString::fromUtf16(field);
+    return QString(reinterpret_cast<const QChar *>(field),
+                   static_cast<int>(std::char_traits<char16_t>::length(field)));
 }
 
 void setStoreKind(std::atomic<bool> *kind)

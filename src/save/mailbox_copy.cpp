@@ -131,7 +131,7 @@ void MailboxCopy::copySegment(std::string_view segment)
 {
     size_t at = 0;
     while (at < segment.size()) {
-        if (at == 0 ? !m_midLine : segment[at - 1] == '\n')
+        if (segment[at] >= 0 && startsLine(segment, at))
             repairLine(segment, at);
         at = copyRun(segment, at);
         while (at < segment.size() && (segment[at] < 0 || segment[at] == '\r'))
@@ -140,6 +140,11 @@ void MailboxCopy::copySegment(std::string_view segment)
     rememberLastLine(segment);
     m_target->append({m_out.data(), m_outSize});
     m_outSize = 0;
+}
+
+bool MailboxCopy::startsLine(std::string_view segment, size_t at) const
+{
+    return at == 0 ? !m_midLine : segment[at - 1] == '\n';
 }
 
 // Keeps "From " lines of a text part from passing for separators. "From - " lines are never touched.
@@ -180,12 +185,12 @@ size_t MailboxCopy::copyRun(std::string_view segment, size_t at)
 size_t MailboxCopy::copyOddByte(std::string_view segment, size_t at)
 {
     const std::string_view rest = segment.substr(at);
-    const bool lineStarts = at == 0 ? !m_midLine : segment[at - 1] == '\n';
     size_t taken = 1;
     if (rest[0] == '\r') {
         if (!startsWith(rest, "\r\n"))
             put('\r');
-    } else if (lineStarts && startsWith(rest, byteOrderMark)) {
+    } else if (startsWith(rest, byteOrderMark) && startsLine(segment, at)) {
+        repairLine(segment, at);
         taken = byteOrderMark.size();
     } else {
         const Latin1Character character = latin1Character(rest);
