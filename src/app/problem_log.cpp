@@ -1,12 +1,14 @@
 #include "app/problem_log.h"
 
+#include "app/path_list.h"
+
 #include <QMutex>
 #include <QMutexLocker>
 
 namespace
 {
 QMutex mutex;
-QStringList problems;
+PathList problems;
 } // namespace
 
 void reportProblem(const QString &sentence)
@@ -19,13 +21,13 @@ void reportProblem(const QString &sentence)
 QStringList takeProblems()
 {
     const QMutexLocker lock(&mutex);
-    QStringList taken;
-    taken.swap(problems);
+    const QStringList taken = problems.paths();
+    problems.clear();
     return taken;
 }
 
 bool hasProblems()
 {
     const QMutexLocker lock(&mutex);
-    return !problems.isEmpty();
+    return problems.size() > 0;
 }

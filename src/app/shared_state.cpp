@@ -14,6 +14,7 @@ QHash<qint64, FolderAttribNode *> folderById;
 QHash<qint64, std::vector<FolderAttribNode *>> foldersByParent;
 QHash<qint64, std::vector<const MailItemNode *>> itemsByFolder;
 QHash<QString, std::vector<const MboxMessageNode *>> messagesByPath;
+QHash<QPair<QString, QString>, std::vector<const MboxMessageNode *>> messagesByLabel; ///< account, label
 
 ZeroMemory messageMemory;
 
@@ -132,9 +133,20 @@ const std::vector<const MboxMessageNode *> &messagesOfPath(const QString &path)
     return lookUp(messagesByPath, path);
 }
 
+std::vector<const MboxMessageNode *> &messageIndexOfLabel(const QString &account, const QString &label)
+{
+    return messagesByLabel[{account, label}];
+}
+
+const std::vector<const MboxMessageNode *> &messagesOfLabel(const QString &account, const QString &label)
+{
+    return lookUp(messagesByLabel, qMakePair(account, label));
+}
+
 void freeMessages()
 {
     messagesByPath.clear();
+    messagesByLabel.clear();
     messageMemory.release();
     TmpMboxMbxPtrStart = TmpMboxMbxPtrEnd = nullptr;
 }
@@ -166,6 +178,7 @@ void CleanLinkedList()
     objMapFID_PID.clear();
     objMapFID_Name.clear();
     MapLeftTreePath.clear();
+    folderByPlace.clear();
 }
 
 void discardScanResult()

@@ -8,8 +8,10 @@
 #include "app/path_list.h"
 #include "app/records.h"
 
+#include <QHash>
 #include <QMap>
 #include <QMultiMap>
+#include <QPair>
 #include <QString>
 #include <QStringList>
 
@@ -25,6 +27,8 @@ inline QMultiMap<QString, qint64> objMapName_FID; ///< folder name -> ids of all
 inline QMap<qint64, qint64> objMapFID_PID;        ///< folder id -> parent id; rising id is the tree's order
 inline QMap<qint64, QString> objMapFID_Name;      ///< folder id -> raw name, extensions included
 inline QMap<qint64, QString> MapLeftTreePath;     ///< folder id -> path in the file system, "" where missing
+inline QHash<QPair<qint64, QString>, qint64>
+    folderByPlace; ///< parent id and name -> id: an index of the maps
 
 // ---- Selection (writer: selection dialog; reader: all readers and writers) ----
 

@@ -1,6 +1,71 @@
-#include "browse/preview.h"
+#include "browse/olm_preview.h"
 
-std::optional<PreviewText> previewOfOlmMessage(const QString &, const QString &)
+#include "app/olm_records.h"
+#include "app/problem_log.h"
+#include "app/shared_state.h"
+#include "browse/preview.h"
+#include "text/codecs.h"
+#include "text/date_rules.h"
+#include "text/random_access.h"
+#include "text/semicolon_list.h"
+
+#include <QStringList>
+
+namespace
 {
-    return std::nullopt;
+std::vector<HeaderLine> headerOf(const MailMLRC &record)
+{
+    std::vector<HeaderLine> header;
+    const auto append = [&](const QByteArray &field, const char *label, const QString &text,
+                            bool bold = false) {
+        if (!field.isEmpty())
+            header.push_back({QLatin1Char('\n') + QLatin1String(label) + text, bold});
+    };
+    append(record.szFromAddress.bytes(), "", lastItem(record.szFromAddress.text()), true);
+    append(record.szToAddress.bytes(), "To: ", record.szToAddress.text());
+    append(record.szCcAddress.bytes(), "Cc: ", record.szCcAddress.text());
+    append(record.szSubject.bytes(), "", record.szSubject.text());
+    append(record.szSentTime.bytes(),
+           "Date: ", displayDate(record.szSentTime.text(), ZoneNames::CommonAndIndia));
+    append(record.szBccAddress.bytes(), "", record.szBccAddress.text());
+    append(record.pAttachNames, "Attachments: ",
+           QString::fromLatin1(record.pAttachNames).replace(QLatin1Char(';'), QLatin1Char('\n')));
+    return header;
+}
+
+// The body's bytes, as many as there still are.
+QByteArray readBody(const MailMLRC &record)
+{
+    FileBytes archive;
+    if (!archive.open(m_selectedFile)) {
+        reportProblem(archive.errorString());
+        return {};
+    }
+    const qint64 wanted = qBound<qint64>(0, record.llBodySize, archive.size());
+    QByteArray body(static_cast<int>(wanted), '\0');
+    const qint64 taken = archive.read(record.llBodyOffset, body.data(), wanted);
+    if (taken < record.llBodySize)
+        reportProblem(QStringLiteral("shorter than when it was scanned, a message can't be shown whole: ") +
+                      m_selectedFile);
+    body.truncate(static_cast<int>(taken));
+    return body;
+}
+} // namespace
+
+QString olmBodyHtml(QByteArray body)
+{
+    body.replace("&lt;", "<").replace("&amp;", "&").replace("&nbsp;", " ");
+    body.replace("&amp;lt;", "<").replace("&gt;", ">");
+    return utf8UpToZero(body);
+}
+
+std::optional<PreviewText> previewOfOlmMessage(const QString &bodyOffset, const QString &bodySize)
+{
+    const MailMLRC *record = olmRecordOfBody(bodyOffset.toLongLong(), bodySize.toULongLong());
+    if (!record)
+        return std::nullopt;
+    PreviewText preview;
+    preview.header = headerOf(*record);
+    preview.html = olmBodyHtml(readBody(*record));
+    return preview;
 }

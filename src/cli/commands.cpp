@@ -157,5 +157,6 @@ int runCommand(const Arguments &arguments)
         printLists(arguments, shown);
     else
         printPreviews(arguments, shown);
+    sayProblems();
     return stopSignalled() ? ExitStopped : status;
 }

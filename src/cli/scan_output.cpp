@@ -1,5 +1,6 @@
 #include "cli/scan_output.h"
 
+#include "app/olm_records.h"
 #include "app/shared_state.h"
 #include "browse/folder_tree.h"
 #include "cli/json_writer.h"
@@ -59,6 +60,55 @@ void writeMessages(JsonWriter *json)
     json->endArray();
 }
 
+void writeList(JsonWriter *json, const char *key, const QByteArray &list)
+{
+    json->key(key);
+    if (list.isNull())
+        json->null();
+    else
+        json->value(QString::fromLatin1(list));
+}
+
+void writeRecord(JsonWriter *json, const MailMLRC &record)
+{
+    json->beginObject();
+    json->key("szFromName").value(record.szFromName.text());
+    json->key("szFromAddress").value(record.szFromAddress.text());
+    json->key("szToAddress").value(record.szToAddress.text());
+    json->key("szCcAddress").value(record.szCcAddress.text());
+    json->key("szCcName").value(record.szCcName.text());
+    json->key("szBccAddress").value(record.szBccAddress.text());
+    json->key("szReceivedTime").value(record.szReceivedTime.text());
+    json->key("szInReplyTo").value(record.szInReplyTo.text());
+    json->key("szReferences").value(record.szReferences.text());
+    json->key("szMessageId").value(record.szMessageId.text());
+    json->key("szToName").value(record.szToName.text());
+    json->key("szThreadTopic").value(record.szThreadTopic.text());
+    json->key("szSubject").value(record.szSubject.text());
+    json->key("szSentTime").value(record.szSentTime.text());
+    writeList(json, "pAttachContentIds", record.pAttachContentIds);
+    writeList(json, "pAttachContentTypes", record.pAttachContentTypes);
+    writeList(json, "pAttachNames", record.pAttachNames);
+    writeList(json, "pAttachUrls", record.pAttachUrls);
+    writeList(json, "pAttachOffsets", record.pAttachOffsets);
+    writeList(json, "pAttachSizes", record.pAttachSizes);
+    json->key("llBodySize").value(record.llBodySize);
+    json->key("llBodyOffset").value(record.llBodyOffset);
+    json->key("szFolderPath").value(record.szFolderPath.text());
+    json->key("llParentId").value(record.llParentId);
+    json->key("iIsOutgoing").value(static_cast<qint64>(record.iIsOutgoing));
+    json->key("szPriority").value(record.szPriority.text());
+    json->endObject();
+}
+
+void writeRecords(JsonWriter *json)
+{
+    json->key("records").beginArray();
+    for (const MailMLRC *record = TmpMlrcPtrStart; record; record = record->pNext)
+        writeRecord(json, *record);
+    json->endArray();
+}
+
 void writeScan(const Arguments &arguments, const ScanResult &scan)
 {
     JsonWriter json(stdout);
@@ -69,12 +119,16 @@ void writeScan(const Arguments &arguments, const ScanResult &scan)
     writeFolders(&json, scan.folders);
     writeFiles(&json);
     writeMessages(&json);
+    if (bOlmFileFound)
+        writeRecords(&json);
     json.endObject();
 }
 
 // Messages directly in a folder, as far as the scan has counted them.
 size_t messagesIn(const SentFolder &folder)
 {
+    if (bOlmFileFound)
+        return olmRecordsOfFolder(folder.id).size();
     return bMboxFileFound ? messagesOfPath(folder.path).size() : mailItemsOfFolder(folder.id).size();
 }
 } // namespace

@@ -133,9 +133,8 @@ void MailboxCopy::copySegment(std::string_view segment)
     while (at < segment.size()) {
         if (segment[at] >= 0 && startsLine(segment, at))
             repairLine(segment, at);
-        at = copyRun(segment, at);
-        while (at < segment.size() && (segment[at] < 0 || segment[at] == '\r'))
-            at = copyOddByte(segment, at);
+        const bool odd = segment[at] < 0 || segment[at] == '\r';
+        at = odd ? copyOddByte(segment, at) : copyRun(segment, at);
     }
     rememberLastLine(segment);
     m_target->append({m_out.data(), m_outSize});
@@ -246,9 +245,10 @@ void MailboxCopy::rememberLastLine(std::string_view segment)
     }
     if (feed != std::string_view::npos || !m_midLine) {
         const size_t start = feed == std::string_view::npos ? 0 : feed + 1;
-        m_lineDashes = startsWith(withoutMark(segment.substr(start)), "--");
+        const std::string_view line = withoutMark(segment.substr(start));
+        m_lineDashes = startsWith(line, "--");
+        m_midLine = !line.empty(); // a mark alone, at the end of the file, is no line
     }
-    m_midLine = true;
 }
 
 qint64 MailboxCopy::targetSize() const

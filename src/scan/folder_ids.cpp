@@ -13,6 +13,7 @@ bool enterFolder(const QString &name, qint64 parent)
     objMapName_FID.insert(name, PID);
     objMapFID_PID.insert(PID, parent);
     objMapFID_Name.insert(PID, name);
+    folderByPlace.insert({parent, name}, PID);
     llParentIdRunning = PID;
     return true;
 }
@@ -46,14 +47,11 @@ bool findStart(const QString &filePath, const QString &segment, QString *start)
 
 bool GetParentId(const QString &name, qint64 parent, qint64 *id)
 {
-    for (auto it = objMapName_FID.constFind(name); it != objMapName_FID.constEnd() && it.key() == name;
-         ++it) {
-        if (objMapFID_PID.value(it.value()) == parent) {
-            *id = it.value();
-            return true;
-        }
-    }
-    return false;
+    const auto found = folderByPlace.constFind({parent, name});
+    if (found == folderByPlace.constEnd())
+        return false;
+    *id = *found;
+    return true;
 }
 
 void treeCreator(const QString &treePath, const QString &filePath)

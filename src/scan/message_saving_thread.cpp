@@ -2,6 +2,7 @@
 
 #include "app/shared_state.h"
 #include "scan/store_kinds.h"
+#include "text/random_access.h"
 
 #include <QStringList>
 
@@ -9,6 +10,8 @@ QMessageSavingThread::QMessageSavingThread(QObject *parent) : QThread(parent)
 {
     bStopFlag = false;
 }
+
+QMessageSavingThread::~QMessageSavingThread() = default;
 
 void QMessageSavingThread::SetInitialSettings()
 {

@@ -1,6 +1,15 @@
 #pragma once
 
+#include <QStringList>
 #include <QThread>
+
+#include <functional>
+#include <memory>
+
+class FileBytes;
+enum class FileStep;
+struct FileStore;
+struct OlmWalkResult;
 
 /// The scan thread: turns the selected store (m_selectedFile) into folder maps, file records and message
 /// records. One object for the whole run of the program; each scan is one run of the thread. All readers are
@@ -12,6 +21,7 @@ class QMessageSavingThread : public QThread
 
 public:
     explicit QMessageSavingThread(QObject *parent = nullptr);
+    ~QMessageSavingThread() override;
 
     /// Starts a scan. While one runs it is asked to stop instead, and no new one begins.
     void SetInitialSettings();
@@ -47,8 +57,32 @@ private:
     void OnGetAllFileAndDir(const QString &path);
     /// Indexes a file (GetAllFieldsForTree); `shown`: sends its progress.
     bool indexWithProgress(const QString &path, bool shown);
+
+    /// Opens the .olm file m_selectedFile read-only into fileDescriptor and lSize; -1 if that fails.
+    int OpenDevice();
+    /// Frees the records of the last .olm file.
+    void CleanListAndHash();
+    /// Puts an attachment on the pending lists; offset and size in bytes.
+    void InitializeAttachment(const QString &path, qint64 offset, qint64 size);
+    /// Makes the folder of an entry and the records of the messages in its XML, pBuff, which ends at `endOffset`
+    /// in the archive.
+    void InitializeMLRC(const QString &folder, qint64 endOffset);
+    /// Says what of an archive could not be read.
+    void reportOlmProblems(const OlmWalkResult &walk);
+
+    /// The scan of a store with a file for each message.
+    void scanFileStore(const FileStore &store);
+    /// The start of a reader that searches for files: shows its progress; false if it is to stop at once.
+    bool beginFiles();
+    /// Its walk over the files found, up to the closing signals.
+    void takeFiles(const QStringList &paths, const std::function<FileStep(const QString &path)> &take);
+    /// Nothing to read: NoDataIntoFile, 100 per cent, and the stop flag.
+    void emitNoData();
     /// The closing signals of a reader that has gone through all its input: OnSubProgressHide,
     /// ProgressDailogHide, FinishScaning.
     void emitFinished();
     void sendTree();
+
+    std::unique_ptr<FileBytes> m_archive; ///< while an .olm file is read
+    qint64 m_lostAttachments = 0;         ///< messages of it whose attachments were not found
 };

@@ -1,7 +1,119 @@
 #include "scan/message_saving_thread.h"
 
+#include "app/olm_records.h"
+#include "app/problem_log.h"
+#include "app/shared_state.h"
+#include "scan/folder_ids.h"
+#include "scan/olm_record.h"
+#include "scan/olm_walk.h"
+
+namespace
+{
+OlmPendingAttachments pendingAttachments()
+{
+    return {tmpstrOrigPath, tmpdoffset_NoteText, tmpdsizeofattch};
+}
+
+void reportCount(qint64 count, const char *sentence)
+{
+    if (count > 0)
+        reportProblem(QString::fromUtf8(sentence).arg(count).arg(m_selectedFile));
+}
+} // namespace
+
+int QMessageSavingThread::OpenDevice()
+{
+    m_archive = std::make_unique<FileBytes>();
+    if (!m_archive->open(m_selectedFile))
+        reportProblem(m_archive->errorString());
+    fileDescriptor = m_archive->descriptor();
+    lSize = m_archive->size();
+    return fileDescriptor;
+}
+
+void QMessageSavingThread::CleanListAndHash()
+{
+    freeOlmRecords();
+}
+
 void QMessageSavingThread::CreateFile()
 {
-    emit OnIndivisibleProgressvalue(100);
+    CleanListAndHash();
+    pendingAttachments().clear(); // what another archive has left
+    m_lostAttachments = 0;
+    bStopFlag = false;
+    dwOffset = 0;
+    const int file = OpenDevice();
+    emit OnShowProgressDlg();
+    if (file < 0) {
+        bStopFlag = true;
+        return;
+    }
+    int shown = -1;
+    OlmWalkEvents events;
+    events.goOn = [&](qint64 position) {
+        dwOffset = position;
+        const int percent =
+            lSize > 0 ? static_cast<int>(100.0 * static_cast<double>(position) / static_cast<double>(lSize))
+                      : 100;
+        if (percent != shown)
+            emit OnIndivisibleProgressvalue(percent);
+        shown = percent;
+        return !bStopFlag;
+    };
+    events.attachment = [this](const QString &name, qint64 offset, qint64 size) {
+        InitializeAttachment(name, offset, size);
+    };
+    events.messages = [this](QByteArray *xml, const QString &folder, qint64 end) {
+        pBuff = xml->data();
+        InitializeMLRC(folder, end);
+        pBuff = nullptr;
+    };
+    const OlmWalkResult walk = walkOlm(m_archive.get(), events);
+    m_archive.reset();
+    fileDescriptor = -1;
+    reportOlmProblems(walk);
+    if (walk.stopped)
+        return;
+    if (TmpMlrcPtrStart) {
+        emitFinished();
+        return;
+    }
+    emit OnSubProgressHide();
+    emit ProgressDailogHide();
     emit NoDataIntoFile();
+    bStopFlag = true;
+}
+
+void QMessageSavingThread::InitializeAttachment(const QString &path, qint64 offset, qint64 size)
+{
+    pendingAttachments().add(path, offset, size);
+}
+
+// Of several messages in one entry only the first gets the entry's folder.
+void QMessageSavingThread::InitializeMLRC(const QString &folder, qint64 endOffset)
+{
+    treeCreatorforOlm(folder);
+    OlmPendingAttachments pending = pendingAttachments();
+    const QByteArray text = olmText(QByteArray::fromRawData(pBuff, static_cast<int>(qstrlen(pBuff))));
+    forEachOlmMessage(text, endOffset, [&](std::string_view message, qint64 start) {
+        MailMLRC record;
+        if (folder.size() <= folderFieldLimit)
+            record.szFolderPath.set(folder);
+        record.llParentId = folder.isEmpty() ? noFolderId : llParentIdRunning;
+        llParentIdRunning = 0;
+        if (readOlmMessage(message, start, &pending, &record) == OlmAttachmentMatch::Lost)
+            ++m_lostAttachments;
+        appendOlmRecord(std::move(record));
+    });
+}
+
+void QMessageSavingThread::reportOlmProblems(const OlmWalkResult &walk)
+{
+    reportCount(m_lostAttachments, "without its attachments, which don't stand before it in the archive: %1 "
+                                   "message(s) of %2");
+    reportCount(walk.compressed, "passed over, their contents are compressed: %1 entries of %2");
+    reportCount(walk.tooLong, "passed over, their text is too long: %1 entries of %2");
+    if (walk.unreadable)
+        reportProblem(QStringLiteral("can't be read to its end: ") + m_selectedFile);
 }

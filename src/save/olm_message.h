@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/olm_records.h"
+#include "text/random_access.h"
+
+#include <QDateTime>
+
+#include <functional>
+#include <string_view>
+
+/// What a composed message takes from elsewhere than its record.
+struct OlmMarks {
+    QDateTime now;        ///< for a message without a date
+    QByteArray messageId; ///< new, 32 hexadecimal digits
+    int number = 0;       ///< makes the inner boundary another than the outer one; used where there is a body
+};
+
+/// Writes the messages of an .olm file as mail (mbox, RFC 4155; MIME, RFC 2045 and 2046), with the header block that
+/// Outlook for Mac gives what it sends. The bodies and attachments are read from the archive as they are written,
+/// attachments in pieces. All attachments together are at most as long as the archive: what claims more is left
+/// out.
+class OlmComposer
+{
+public:
+    using Write = std::function<void(std::string_view bytes)>;
+
+    explicit OlmComposer(RandomAccess *archive) : m_archive(archive), m_attachmentBytesLeft(archive->size())
+    {
+    }
+
+    /// Writes one message. What the archive doesn't give of an attachment are zero bytes.
+    void compose(const MailMLRC &record, const OlmMarks &marks, const Write &write);
+    /// Messages with a body or an attachment that could not be read whole.
+    qint64 incompleteMessages() const { return m_incomplete; }
+
+private:
+    bool writeBody(const MailMLRC &record, const OlmMarks &marks, const Write &write);
+    bool writeAttachments(const MailMLRC &record, const Write &write);
+    bool writeBase64(qint64 offset, qint64 size, const Write &write);
+
+    RandomAccess *m_archive;
+    qint64 m_attachmentBytesLeft;
+    qint64 m_incomplete = 0;
+};
+
+/// The header block of a message, up to its "Mime-version" line: envelope, subject, people, date and marks.
+QByteArray olmHeaderBlock(const MailMLRC &record, const OlmMarks &marks);
+/// The HTML text of a body: the XML escapes undone, some twice; what is no HTML document becomes one line in one.
+QByteArray olmHtml(QByteArray body);

@@ -1,0 +1,288 @@
+#include "scan/olm_walk.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace
+{
+constexpr std::string_view localSignature("PK\3\4", 4);
+constexpr std::string_view centralSignature("PK\1\2", 4);
+constexpr int centralHeadersAtEnd = 3; // so many in a row are the central directory
+constexpr size_t headerBytes = 30;
+constexpr size_t zip64Bytes = 20; // ZIP64 extended information: id, length, both sizes
+constexpr quint64 sizeIsElsewhere = 0xFFFFFFFF;
+
+constexpr std::string_view passedOverNames[] = {"Categories.xml", "Contacts.xml", "Calendar.xml", "Tasks.xml",
+                                                "Notes.xml"};
+
+/// An XML element that the walk knows outside of entries.
+struct Element {
+    std::string_view startTag;
+    std::string_view endTag;
+    bool holdsMail;
+};
+constexpr Element elements[] = {
+    {"<emails ", "</emails>", true},
+    {"<notes ", "</notes>", false},
+    {"<tasks ", "</tasks>", false},
+    {"<contacts ", "</contacts>", false},
+    {"<appointments ", "</appointments>", false},
+};
+constexpr size_t longestStartTag = 14;
+
+// Folders below this depth are not made. A path that deep is too long for a message's record anyway, and each level
+// costs more than its byte in the archive.
+constexpr int deepestFolder = 1025;
+
+quint64 littleEndian(std::string_view bytes, size_t at, size_t count)
+{
+    quint64 value = 0;
+    for (size_t i = count; i-- > 0;)
+        value = value << 8 | (at + i < bytes.size() ? static_cast<unsigned char>(bytes[at + i]) : 0);
+    return value;
+}
+
+bool startsWith(std::string_view bytes, std::string_view start)
+{
+    return bytes.substr(0, start.size()) == start;
+}
+
+bool startsSomething(char byte)
+{
+    return byte == '<' || byte == 'P';
+}
+
+/// What a local header says of its entry; positions and sizes in bytes.
+struct Entry {
+    QString name;
+    qint64 behindHeader = 0;
+    qint64 data = 0; ///< where its bytes are read
+    qint64 size = 0; ///< how many
+    qint64 next = 0; ///< where the walk goes on
+    bool usable = false;
+    bool compressed = false;
+};
+
+class Walk
+{
+public:
+    Walk(RandomAccess *archive, const OlmWalkEvents &events)
+        : m_archive(archive), m_events(events), m_buffer(archive), m_size(archive->size())
+    {
+    }
+    OlmWalkResult run();
+
+private:
+    void step();
+    void searchOn();
+    void crossEntry();
+    void crossHeader(qint64 behindHeader);
+    Entry readEntry(std::string_view header);
+    void useEntry(const Entry &entry);
+    bool crossElement();
+    qint64 endOfElement(const Element &element, qint64 start);
+    void giveMessages(qint64 start, qint64 length, const QString &folder, qint64 end);
+    bool readText(qint64 start, qint64 length, QByteArray *text);
+
+    RandomAccess *m_archive;
+    const OlmWalkEvents &m_events;
+    ReadBuffer m_buffer;
+    qint64 m_size;
+    qint64 m_position = 0;
+    int m_centralHeaders = 0; ///< since the last entry or element
+    OlmWalkResult m_result;
+};
+
+OlmWalkResult Walk::run()
+{
+    do {
+        if (!m_events.goOn(m_position)) {
+            m_result.stopped = true;
+            break;
+        }
+        step();
+    } while (m_position < m_size);
+    return m_result;
+}
+
+void Walk::step()
+{
+    const std::string_view signature = m_buffer.at(m_position, localSignature.size());
+    if (signature == localSignature) {
+        crossEntry();
+    } else if (signature == centralSignature) {
+        ++m_position;
+        if (++m_centralHeaders == centralHeadersAtEnd)
+            m_position = m_size;
+    } else if (crossElement()) {
+        m_centralHeaders = 0;
+    } else {
+        searchOn();
+    }
+}
+
+// On to the next byte that can start a signature or a tag, or to the end of what is buffered.
+void Walk::searchOn()
+{
+    const std::string_view bytes = m_buffer.from(m_position);
+    if (bytes.empty()) {
+        m_result.unreadable = m_result.unreadable || m_position < m_size;
+        m_position = m_size;
+        return;
+    }
+    m_position += std::find_if(bytes.begin(), bytes.end(), startsSomething) - bytes.begin();
+}
+
+void Walk::crossEntry()
+{
+    char header[headerBytes] = {}; // what is missing at the end of the archive reads as zero
+    const std::string_view bytes = m_buffer.at(m_position, headerBytes);
+    std::copy(bytes.begin(), bytes.end(), header);
+    const Entry entry = readEntry(std::string_view(header, headerBytes));
+    if (!entry.usable) {
+        crossHeader(entry.behindHeader);
+        return;
+    }
+    m_position = entry.next;
+    m_centralHeaders = 0;
+    useEntry(entry);
+}
+
+// An entry that can't be stepped over: what stands behind its header is looked at, and counts as handled.
+void Walk::crossHeader(qint64 behindHeader)
+{
+    m_position = behindHeader;
+    if (m_buffer.at(m_position, localSignature.size()) != localSignature)
+        crossElement();
+    m_centralHeaders = 0;
+}
+
+// The sizes stand in the extra field; where that is too short for them, those of the header itself hold.
+Entry Walk::readEntry(std::string_view header)
+{
+    const size_t nameBytes = static_cast<size_t>(littleEndian(header, 26, 2));
+    const size_t extraBytes = static_cast<size_t>(littleEndian(header, 28, 2));
+    Entry entry;
+    entry.behindHeader = m_position + static_cast<qint64>(headerBytes + nameBytes + extraBytes);
+    if (littleEndian(header, 14, 4) == 0)
+        return entry;
+    const qint64 behindName = m_position + static_cast<qint64>(headerBytes + nameBytes);
+    const std::string_view tail =
+        m_buffer.at(m_position + static_cast<qint64>(headerBytes), nameBytes + zip64Bytes);
+    const std::string_view name = tail.substr(0, nameBytes);
+    entry.name = QString::fromUtf8(name.data(), static_cast<int>(std::min(name.find('\0'), name.size())));
+
+    const bool zip64 = extraBytes >= zip64Bytes;
+    const quint64 size = zip64 ? littleEndian(tail, nameBytes + 4, 8) : littleEndian(header, 22, 4);
+    const quint64 stored = zip64 ? littleEndian(tail, nameBytes + 12, 8) : littleEndian(header, 18, 4);
+    const auto farthest = static_cast<quint64>(std::numeric_limits<qint64>::max() - entry.behindHeader);
+    entry.usable = stored <= farthest && (zip64 || (size != sizeIsElsewhere && stored != sizeIsElsewhere));
+    if (!entry.usable)
+        return entry;
+    entry.data = zip64 ? behindName + static_cast<qint64>(zip64Bytes) : entry.behindHeader;
+    entry.size = static_cast<qint64>(size);
+    entry.next = entry.behindHeader + static_cast<qint64>(stored);
+    entry.compressed = size != stored;
+    return entry;
+}
+
+void Walk::useEntry(const Entry &entry)
+{
+    const QStringList components = entry.name.split(QLatin1Char('/'));
+    for (const std::string_view name : passedOverNames)
+        if (components.contains(QLatin1String(name.data(), static_cast<int>(name.size()))))
+            return;
+    m_result.compressed += entry.compressed ? 1 : 0;
+    const QString &last = components.last();
+    if (last.contains(QLatin1String("__message_attachment__")) && last.contains(QLatin1String(".xml"))) {
+        giveMessages(entry.data, entry.size, olmFolderOfEntry(entry.name), entry.next);
+    } else {
+        // Wraps where the size is absurd; whoever reads the attachment meets a position outside the archive.
+        const auto offset =
+            static_cast<qint64>(static_cast<quint64>(entry.next) - static_cast<quint64>(entry.size));
+        m_events.attachment(entry.name, offset, entry.size);
+    }
+}
+
+// Where nothing matches the walk goes on one byte further.
+bool Walk::crossElement()
+{
+    const qint64 start = m_position++;
+    const std::string_view bytes = m_buffer.at(start, longestStartTag);
+    for (const Element &element : elements) {
+        if (!startsWith(bytes, element.startTag))
+            continue;
+        const qint64 end = endOfElement(element, start);
+        if (element.holdsMail)
+            giveMessages(start, end - start, QString(), end);
+        m_position = end;
+        return true;
+    }
+    return false;
+}
+
+// Just behind the end tag. An element without one reaches past the end of the archive, by the length of its tags,
+// so there is no second search for an end tag that doesn't come.
+qint64 Walk::endOfElement(const Element &element, qint64 start)
+{
+    const qint64 behindTag = start + static_cast<qint64>(element.startTag.size());
+    const size_t tagBytes = element.endTag.size();
+    for (qint64 position = behindTag;;) {
+        const std::string_view bytes = m_buffer.from(position, tagBytes);
+        if (const size_t found = bytes.find(element.endTag); found != std::string_view::npos)
+            return position + static_cast<qint64>(found + tagBytes);
+        if (bytes.size() < tagBytes)
+            return behindTag + m_size + static_cast<qint64>(tagBytes);
+        position += static_cast<qint64>(bytes.size() - tagBytes + 1);
+    }
+}
+
+void Walk::giveMessages(qint64 start, qint64 length, const QString &folder, qint64 end)
+{
+    QByteArray text;
+    if (!readText(start, length, &text)) {
+        ++m_result.tooLong;
+        text.clear();
+    }
+    m_events.messages(&text, folder, end);
+}
+
+// Reads up to the first zero byte, which ends the text whatever its length says; header fields hold zero bytes, so
+// that texts with a false length don't add up to more than the archive.
+bool Walk::readText(qint64 start, qint64 length, QByteArray *text)
+{
+    length = qMin(length, m_size - start);
+    qint64 block = static_cast<qint64>(ReadBuffer::largestBlock) / 4;
+    for (qint64 done = 0; done < length; block = qMin(block * 2, length - done)) {
+        const auto wanted = static_cast<int>(qMin(block, length - done));
+        text->resize(static_cast<int>(done) + wanted);
+        char *to = text->data() + done;
+        const auto taken = static_cast<int>(m_archive->read(start + done, to, wanted));
+        const void *zero = std::memchr(to, 0, static_cast<size_t>(taken));
+        done += zero ? static_cast<const char *>(zero) - to : taken;
+        text->truncate(static_cast<int>(done));
+        if (zero || taken < wanted)
+            return true;
+        if (done >= largestOlmText)
+            return false;
+    }
+    return true;
+}
+} // namespace
+
+OlmWalkResult walkOlm(RandomAccess *archive, const OlmWalkEvents &events)
+{
+    return Walk(archive, events).run();
+}
+
+QString olmFolderOfEntry(const QString &name)
+{
+    const QStringList components = name.split(QLatin1Char('/'));
+    const QString &first = components.first();
+    const int before = first == QLatin1String("Accounts") ? 3 : first == QLatin1String("Local") ? 2 : 0;
+    const int count = qMin(components.size() - before - 1, deepestFolder);
+    return before > 0 && count > 0 ? components.mid(before, count).join(QLatin1Char('/')) : QString();
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "text/random_access.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+
+// The walk through an .olm file: a ZIP archive (APPNOTE.TXT, 4.3) whose entries are stored, not compressed. It goes
+// forward from entry to entry by their local headers. Where something else stands it goes on byte by byte, to the
+// next header or to an XML element that it knows. The central directory only ends it.
+
+/// What a walk tells as it goes.
+struct OlmWalkEvents {
+    /// Before each step, often: the walk's position in bytes. False ends the walk.
+    std::function<bool(qint64 position)> goOn;
+    /// An attachment: its entry's name, and where its bytes stand.
+    std::function<void(const QString &name, qint64 offset, qint64 size)> attachment;
+    /// XML that may hold messages, without zero bytes; the folder path of its entry ("" where it has none), and
+    /// the position just behind it in the archive.
+    std::function<void(QByteArray *xml, const QString &folder, qint64 end)> messages;
+};
+
+/// How a walk ended.
+struct OlmWalkResult {
+    bool stopped = false;    ///< by goOn
+    qint64 compressed = 0;   ///< entries that are not stored, whose contents can't be read
+    qint64 tooLong = 0;      ///< texts above largestOlmText, passed over
+    bool unreadable = false; ///< there was nothing to read before the end of the source
+};
+
+/// The longest XML text of one entry or element that is looked at, in bytes.
+constexpr qint64 largestOlmText = qint64{512} << 20;
+
+/// Walks a whole archive. Sizes and lengths in it are not trusted: no more memory is taken than the source holds,
+/// and each byte is looked at a few times at most.
+OlmWalkResult walkOlm(RandomAccess *archive, const OlmWalkEvents &events);
+
+/// The folder of a message entry: what stands between the account's name and the last component of its name.
+QString olmFolderOfEntry(const QString &name);
