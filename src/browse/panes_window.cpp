@@ -14,16 +14,27 @@ namespace
 constexpr int folderColumns = 8;
 constexpr int messageColumns = 5;
 
+const QColor treeGround(223, 226, 235);
+const QColor selectionGround(154, 154, 200); ///< as in the tree's style sheet; the pictures stand out on it
+
 // The tree has a ground of its own, so its text needs colours of its own, whatever the desktop's are.
 void setTreeColours(QTreeWidget *tree)
 {
     tree->setBackgroundRole(QPalette::Window);
     tree->setAutoFillBackground(true);
     QPalette palette = tree->palette();
-    palette.setColor(QPalette::Base, QColor(223, 226, 235));
+    palette.setColor(QPalette::Base, treeGround);
     palette.setColor(QPalette::Text, Qt::black);
     palette.setColor(QPalette::HighlightedText, Qt::black);
     tree->setPalette(palette);
+}
+
+void setListColours(QTreeWidget *list)
+{
+    QPalette palette = list->palette();
+    palette.setColor(QPalette::Highlight, selectionGround);
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+    list->setPalette(palette);
 }
 
 QTextBrowser *newTextPane()
@@ -95,6 +106,7 @@ QTreeWidget *QConverterMainWindow::createMessageList()
     list->setUniformRowHeights(true);
     list->setAlternatingRowColors(true);
     list->setAccessibleName(tr("Messages"));
+    setListColours(list);
     return list;
 }
 
@@ -115,12 +127,16 @@ QWidget *QConverterMainWindow::createPreviewFrame()
     m_pWebView->hide();
     m_pWebView->setAccessibleName(tr("Message text"));
 
+    // Without a message the pane's own ground fills the frame below the headers.
     auto *frame = new QFrame;
+    frame->setBackgroundRole(QPalette::Base);
+    frame->setAutoFillBackground(true);
     auto *layout = new QVBoxLayout(frame);
     layout->setSpacing(0);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pHeaderPane);
     layout->addWidget(m_pWebView, 1);
     layout->addWidget(m_pSecondPane);
+    layout->addStretch(0);
     return frame;
 }

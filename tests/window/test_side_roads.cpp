@@ -305,7 +305,7 @@ void TestSideRoads::endedEarly()
     robot.choose(3, store());
     pMessageSavingThread->m_mailClientIndex = 99; // no reader: the thread ends at once
     const QString reason = "can't be read: /a/" + QString("very long folder/").repeated(12) + "file";
-    connect(
+    const auto givingUp = connect(
         pMessageSavingThread, &QThread::started, pMessageSavingThread,
         [&] {
             emit pMessageSavingThread->OnShowProgressDlg();
@@ -314,6 +314,7 @@ void TestSideRoads::endedEarly()
         Qt::DirectConnection);
     robot.start();
     QTRY_VERIFY(!pMessageSavingThread->isRunning() && robot.progress());
+    disconnect(givingUp);
     QLabel *label = robot.in<QLabel>(robot.progress(), "SearchLabel");
     QTRY_VERIFY(label->text().startsWith(reason));
     QVERIFY(label->text().contains("Stop") && label->height() > 60);
