@@ -131,11 +131,11 @@
     </message>
     <message>
         <source>Velmora Mail Converter will automatically check for new updates available over internet. Active internet connection is required for this function.</source>
-        <translation>Velmora Mail Converter sucht von selbst im Internet nach neuen Aktualisierungen. Dazu ist eine Internetverbindung nötig.</translation>
+        <translation>Velmora Mail Converter sucht im Internet selbst nach Neuem. Dazu ist eine Internetverbindung nötig.</translation>
     </message>
     <message>
         <source>Check for Updates now</source>
-        <translation>Jetzt nach Aktualisierungen suchen</translation>
+        <translation>Jetzt suchen</translation>
     </message>
     <message>
         <source>OK</source>

@@ -26,7 +26,7 @@ public:
         setOpenMode(ReadOnly);
         setFinished(true);
         QTimer::singleShot(0, this, [this] {
-            emit error(ContentAccessDenied);
+            emit errorOccurred(ContentAccessDenied);
             emit finished();
         });
     }

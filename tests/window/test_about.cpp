@@ -1,10 +1,8 @@
 #include "app/shared_state.h"
 #include "dialogs/about_dialog.h"
-#include "platform/open_url.h"
 #include "platform/system_info.h"
 #include "store_files.h"
 
-#include <QDesktopServices>
 #include <QLabel>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -17,13 +15,6 @@ private slots:
     void data();
     void supportLink_data();
     void supportLink();
-    void openUrl();
-
-public slots:
-    void keepUrl(const QUrl &url) { m_opened.append(url); } // stands for the user's browser
-
-private:
-    QList<QUrl> m_opened;
 };
 
 static QLabel *label(const QDialog &dialog, const char *name)
@@ -75,17 +66,6 @@ void TestAbout::supportLink()
     QCOMPARE(link->text(), text);
     QVERIFY(link->openExternalLinks());
     QCOMPARE(link->font().family(), "Lucida Grande");
-}
-
-void TestAbout::openUrl()
-{
-    QDesktopServices::setUrlHandler("https", this, "keepUrl");
-    QDesktopServices::setUrlHandler(QString(), this, "keepUrl");
-    ::openUrl(QUrl());
-    ::openUrl(QUrl("https://a.example/b?c"));
-    QDesktopServices::unsetUrlHandler("https");
-    QDesktopServices::unsetUrlHandler(QString());
-    QCOMPARE(m_opened, QList<QUrl>{QUrl("https://a.example/b?c")});
 }
 
 QTEST_MAIN(TestAbout)

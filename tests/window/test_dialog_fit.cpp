@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QTranslator>
 #include <QtTest>
 
 // The dialogs have fixed sizes: their texts must fit with other fonts and in each language all the same.
@@ -15,6 +16,7 @@ class TestDialogFit : public QObject
 private slots:
     void texts_data();
     void texts();
+    void cleanup() { qDeleteAll(qApp->findChildren<QTranslator *>()); }
 };
 
 // Names each label and button of the dialog whose text is cut off.
@@ -62,7 +64,6 @@ void TestDialogFit::texts()
     QCOMPARE(cutTexts(about), QStringList());
     QCOMPARE(preferences.size(), QSize(462, 166));
     QCOMPARE(about.size(), QSize(524, 295));
-    qDeleteAll(qApp->findChildren<QTranslator *>());
 }
 
 QTEST_MAIN(TestDialogFit)
