@@ -1,12 +1,17 @@
 #include "app/problem_log.h"
 
+#include "app/path_list.h"
+
 #include <QMutex>
 #include <QMutexLocker>
+
+#include <atomic>
 
 namespace
 {
 QMutex mutex;
-QStringList problems;
+PathList problems;
+std::atomic<bool> unwritten{false};
 } // namespace
 
 void reportProblem(const QString &sentence)
@@ -16,16 +21,27 @@ void reportProblem(const QString &sentence)
         problems.append(sentence);
 }
 
+void reportUnwritten(const QString &sentence)
+{
+    unwritten = true;
+    reportProblem(sentence);
+}
+
+bool takeUnwritten()
+{
+    return unwritten.exchange(false);
+}
+
 QStringList takeProblems()
 {
     const QMutexLocker lock(&mutex);
-    QStringList taken;
-    taken.swap(problems);
+    const QStringList taken = problems.paths();
+    problems.clear();
     return taken;
 }
 
 bool hasProblems()
 {
     const QMutexLocker lock(&mutex);
-    return !problems.isEmpty();
+    return problems.size() > 0;
 }

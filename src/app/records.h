@@ -72,6 +72,11 @@ MboxMessageNode *appendMessage();
 std::vector<const MboxMessageNode *> &messageIndexOf(const QString &path);
 /// The message records whose path field equals `path`, in list order. An empty path has none.
 const std::vector<const MboxMessageNode *> &messagesOfPath(const QString &path);
+/// The index entry of an Opera Mail account's location label: whoever completes a record adds it here. Valid until
+/// the next call.
+std::vector<const MboxMessageNode *> &messageIndexOfLabel(const QString &account, const QString &label);
+/// The message records of an account's location label, in list order; both are compared case-sensitively.
+const std::vector<const MboxMessageNode *> &messagesOfLabel(const QString &account, const QString &label);
 void freeMessages();
 
 /// Stores text in a field of `units` UTF-16 units: cut so that a terminator always fits, on a whole unit; the

@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 namespace
 {
@@ -13,6 +14,7 @@ QHash<qint64, FolderAttribNode *> folderById;
 QHash<qint64, std::vector<FolderAttribNode *>> foldersByParent;
 QHash<qint64, std::vector<const MailItemNode *>> itemsByFolder;
 QHash<QString, std::vector<const MboxMessageNode *>> messagesByPath;
+QHash<QPair<QString, QString>, std::vector<const MboxMessageNode *>> messagesByLabel; ///< account, label
 
 ZeroMemory messageMemory;
 
@@ -110,7 +112,9 @@ void freeMailItems()
 
 QString pathOf(const MailItemNode &item)
 {
-    return QString::fromUtf16(item.path, item.pathLength / static_cast<int>(sizeof(char16_t)));
+    // Not by fromUtf16, which takes a byte order mark at the front for a sign and not for text.
+    return QString(reinterpret_cast<const QChar *>(item.path),
+                   item.pathLength / static_cast<int>(sizeof(char16_t)));
 }
 
 MboxMessageNode *appendMessage()
@@ -129,9 +133,20 @@ const std::vector<const MboxMessageNode *> &messagesOfPath(const QString &path)
     return lookUp(messagesByPath, path);
 }
 
+std::vector<const MboxMessageNode *> &messageIndexOfLabel(const QString &account, const QString &label)
+{
+    return messagesByLabel[{account, label}];
+}
+
+const std::vector<const MboxMessageNode *> &messagesOfLabel(const QString &account, const QString &label)
+{
+    return lookUp(messagesByLabel, qMakePair(account, label));
+}
+
 void freeMessages()
 {
     messagesByPath.clear();
+    messagesByLabel.clear();
     messageMemory.release();
     TmpMboxMbxPtrStart = TmpMboxMbxPtrEnd = nullptr;
 }
@@ -145,7 +160,8 @@ void storeField(char16_t *field, int units, const QString &text)
 
 QString fieldText(const char16_t *field)
 {
-    return QString::fromUtf16(field);
+    return QString(reinterpret_cast<const QChar *>(field),
+                   static_cast<int>(std::char_traits<char16_t>::length(field)));
 }
 
 void setStoreKind(std::atomic<bool> *kind)

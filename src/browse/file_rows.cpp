@@ -1,21 +1,104 @@
 #include "browse/message_rows.h"
 
-std::vector<MessageRow> operaRows(const QString &, const QString &)
+#include "app/shared_state.h"
+#include "platform/folder_walk.h"
+#include "text/header_rules.h"
+#include "text/line_reader.h"
+#include "text/opera_accounts.h"
+
+namespace
 {
+constexpr size_t headerBlockBytes = 8 * 1024; // sender and subject mostly stand in the first block
+
+// The row's text loses one line feed at its end: a subject that was not decoded still has its own.
+QString rowText(const QString &sender, const QString &subject)
+{
+    QString text = sender + QLatin1Char('\n') + subject;
+    if (text.endsWith(QLatin1Char('\n')))
+        text.chop(1);
+    return text;
+}
+
+// The file's mailbox: the path up to the last directory with one of the suffixes, "" if there is none.
+QString mailboxOf(const QString &file)
+{
+    for (const char *suffix : {".imapmbox", ".mailbox", ".mbox"}) {
+        const QString name = QLatin1String(suffix);
+        const int end = file.lastIndexOf(name + QLatin1Char('/'));
+        if (end >= 0)
+            return file.left(end) + name;
+    }
     return {};
 }
 
-QStringList filesBelow(const QString &, void (*)())
+// Files that stores keep beside their messages; the texts may stand anywhere in the path.
+bool isCompanion(const QString &file)
 {
-    return {};
-}
-
-bool isListed(const QString &, const QString &)
-{
+    for (const char *text : {".emlxpart", ".DS_Store", ".plist", "..DS_Store", ".dat", "MacOS"})
+        if (file.indexOf(QLatin1String(text), 1) > 0)
+            return true;
     return false;
 }
 
-std::optional<MessageRow> rowOfMessageFile(const QString &, bool *)
+QStringList readFolds(LineReader *reader)
 {
-    return std::nullopt;
+    QStringList folds;
+    while (reader->nextIsFold())
+        folds.append(wholeLineText(*reader->readLine()));
+    return folds;
+}
+} // namespace
+
+QStringList filesBelow(const QString &folder, void (*keepAlive)())
+{
+    QStringList files;
+    walkFolder(folder, [&](const QString &path, bool isFolder) {
+        if (!isFolder)
+            files.append(path.trimmed());
+        else if (keepAlive)
+            keepAlive();
+    });
+    return files;
+}
+
+bool isListed(const QString &file, const QString &folderPath)
+{
+    const bool belongs =
+        mailboxOf(file) == folderPath || file.left(file.lastIndexOf(QLatin1Char('/'))) == folderPath;
+    return belongs && !isCompanion(file);
+}
+
+std::optional<MessageRow> rowOfMessageFile(const QString &file, bool *opened)
+{
+    LineReader reader(LineReader::Mode::Text);
+    reader.setBlockBytes(headerBlockBytes);
+    const bool isOpen = reader.open(file);
+    if (opened)
+        *opened = isOpen;
+    std::optional<QString> sender;
+    std::optional<QString> subject;
+    while (isOpen && !(sender && subject) && reader.skipToLineStart(LineStarts::FromOrSubject)) {
+        const QString line = wholeLineText(*reader.readLine());
+        if (!sender && line.startsWith(QLatin1String("From:"), Qt::CaseInsensitive))
+            sender = decodeSender(line, readFolds(&reader), listHeaders);
+        else if (!subject && line.startsWith(QLatin1String("Subject:"), Qt::CaseInsensitive))
+            subject = decodeSubject(line, readFolds(&reader), listHeaders);
+    }
+    if (!sender && !subject)
+        return std::nullopt;
+    return MessageRow{rowText(sender.value_or(QString()), subject.value_or(QString())), file, QString(),
+                      QString()};
+}
+
+std::vector<MessageRow> operaRows(const QString &folderPath, const QString &folderName)
+{
+    std::vector<MessageRow> rows;
+    for (const MboxMessageNode *record : messagesOfLabel(operaAccountOf(folderPath), folderName)) {
+        QString sender = fieldText(record->from);
+        if (sender.endsWith(QLatin1Char('\n')))
+            sender.remove(QLatin1Char('\n'));
+        rows.push_back(
+            {rowText(sender, fieldText(record->subject)), fieldText(record->path), QString(), QString()});
+    }
+    return rows;
 }

@@ -12,3 +12,8 @@ class MailView : public QWebView
 public:
     explicit MailView(QWidget *parent = nullptr);
 };
+
+/// True for a URL that a message may have loaded: only data:.
+bool mayLoad(const QUrl &url);
+/// True for a URL that a click in a message may open: http, https and mailto.
+bool mayOpen(const QUrl &url);

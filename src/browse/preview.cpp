@@ -1,11 +1,109 @@
 #include "browse/preview.h"
 
-PreviewText previewOfFile(const QString &)
+#include "app/problem_log.h"
+#include "browse/body_text.h"
+#include "text/header_rules.h"
+#include "text/line_reader.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <limits>
+
+namespace
 {
-    return {};
+// What the toolkit's texts can hold, with room for a header's label.
+constexpr qint64 messageBytesLimit = std::numeric_limits<int>::max() / 2 - 4096;
+
+// The bytes from `offset` on, at most `length` of them. A file that can't be read, or is no file, gives none; so
+// does an offset outside it.
+QByteArray readBytes(const QString &path, qint64 offset, qint64 length)
+{
+    QFile file(path);
+    // A pipe would be waited for.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        reportProblem(QStringLiteral("can't be shown, it can't be read: ") + path);
+        return {};
+    }
+    const qint64 bytes = offset < 0 ? 0 : std::min(length, file.size() - offset);
+    if (bytes > messageBytesLimit) {
+        reportProblem(QStringLiteral("can't be shown, a message in it is too large: ") + path);
+        return {};
+    }
+    return bytes > 0 && file.seek(offset) ? file.read(bytes) : QByteArray();
 }
 
-PreviewText previewOfMailboxMessage(const QString &, const QString &, const QString &)
+// The subject goes through the rules line by line, as text mode delivers the lines.
+QString subjectText(std::string_view value, const HeaderDialect &dialect)
 {
-    return {};
+    QStringList lines;
+    for (std::string_view rest = value.substr(0, value.find('\0')); !rest.empty();) {
+        const size_t feed = rest.find('\n');
+        QByteArray line(rest.data(), static_cast<int>(std::min(feed, rest.size() - 1) + 1));
+        rest.remove_prefix(static_cast<size_t>(line.size()));
+        if (line.endsWith("\r\n"))
+            line.remove(line.size() - 2, 1);
+        lines.append(QString::fromUtf8(line));
+    }
+    if (lines.isEmpty())
+        return {};
+    const QString first = QStringLiteral("Subject:") + lines.takeFirst();
+    return decodeSubject(first, lines, dialect);
+}
+
+// What stands behind the colon up to the second character is not looked at: it is the blank.
+QString dateText(std::string_view value, ZoneNames zones)
+{
+    const QString date = lineText(value).mid(1);
+    return date.isEmpty() ? QString() : QStringLiteral("Date: ") + displayDate(date, zones);
+}
+
+std::vector<HeaderLine> headerLines(const WalkedMessage &message, const PreviewDialect &dialect)
+{
+    std::vector<HeaderLine> lines;
+    if (const auto &value = message.field(Field::From))
+        lines.push_back(
+            {decodeSender(QStringLiteral("From:") + lineText(*value), {}, dialect.headers), true});
+    if (const auto &value = message.field(Field::To))
+        lines.push_back({decodeRecipients(QStringLiteral("To:") + lineText(*value), QStringLiteral("To: "))});
+    if (const auto &value = message.field(Field::Cc))
+        lines.push_back(
+            {decodeRecipients(QStringLiteral("Cc: ") + lineText(*value), QStringLiteral("Cc: "))});
+    if (const auto &value = message.field(Field::CC))
+        lines.push_back(
+            {decodeRecipients(QStringLiteral("CC: ") + lineText(*value), QStringLiteral("CC: "))});
+    if (const auto &value = message.field(Field::Subject))
+        lines.push_back({subjectText(*value, dialect.headers)});
+    if (const auto &value = message.field(Field::Date))
+        lines.push_back({dateText(*value, dialect.zones)});
+    if (const auto &value = message.field(Field::Bcc))
+        lines.push_back({QStringLiteral("\nBcc: ") + lineText(*value)});
+    const QString names = QStringLiteral("\nAttachments: ") + message.names.join(dialect.nameSeparator);
+    for (int i = 0; i < message.nameLines; ++i)
+        lines.push_back({names});
+    return lines;
+}
+} // namespace
+
+PreviewText previewOfBytes(std::string_view bytes, const PreviewDialect &dialect)
+{
+    const WalkedMessage message = walkMessage(bytes, dialect);
+    PreviewText preview;
+    preview.header = headerLines(message, dialect);
+    if (message.body)
+        preview.html = bodyText(message, dialect);
+    return preview;
+}
+
+PreviewText previewOfFile(const QString &path)
+{
+    const QByteArray bytes = readBytes(path, 0, std::numeric_limits<qint64>::max());
+    return previewOfBytes({bytes.constData(), static_cast<size_t>(bytes.size())}, filePreview);
+}
+
+PreviewText previewOfMailboxMessage(const QString &path, const QString &offset, const QString &length)
+{
+    const QByteArray bytes = readBytes(path, offset.toLongLong(), length.toLongLong());
+    return previewOfBytes({bytes.constData(), static_cast<size_t>(bytes.size())}, mailboxPreview);
 }

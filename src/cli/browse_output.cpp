@@ -1,5 +1,6 @@
 #include "cli/browse_output.h"
 
+#include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "browse/folder_tree.h"
 #include "browse/preview.h"
@@ -19,8 +20,11 @@ std::vector<MessageRow> rowsOfFiles(const QString &folderPath)
             break;
         if (!isListed(file, folderPath))
             continue;
-        if (std::optional<MessageRow> row = rowOfMessageFile(file))
+        bool opened = false;
+        if (std::optional<MessageRow> row = rowOfMessageFile(file, &opened))
             rows.push_back(std::move(*row));
+        if (!opened)
+            reportProblem(QStringLiteral("not listed, it can't be opened: ") + file);
     }
     return rows;
 }

@@ -116,12 +116,12 @@ int saveTicked(const Arguments &arguments, const ScanResult &scan)
         }
     }
     Outcome outcome = runSave(!arguments.quiet);
-    const bool problems = sayProblems();
+    sayProblems();
     if (outcome == Outcome::Finished && scan.outcome == Outcome::Ended)
         outcome = Outcome::Ended;
     printSave(arguments, outcome);
     const int status = statusOf(outcome);
-    return status == ExitDone && problems ? ExitEndedEarly : status;
+    return status == ExitDone && takeUnwritten() ? ExitEndedEarly : status;
 }
 
 int convert(const Arguments &arguments, const ScanResult &scan, const std::vector<SentFolder> &chosen)
@@ -157,8 +157,6 @@ int runCommand(const Arguments &arguments)
         printLists(arguments, shown);
     else
         printPreviews(arguments, shown);
-    const bool problems = sayProblems();
-    if (stopSignalled())
-        return ExitStopped;
-    return status == ExitDone && problems ? ExitEndedEarly : status;
+    sayProblems();
+    return stopSignalled() ? ExitStopped : status;
 }

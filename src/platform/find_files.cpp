@@ -6,6 +6,19 @@
 #include <atomic>
 #include <cstdlib>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+// A list that someone else laid there beforehand, where files of others can't be removed, is not ours to read.
+bool isOwn(const QFile &file)
+{
+    struct stat info = {};
+    return ::fstat(file.handle(), &info) == 0 && S_ISREG(info.st_mode) && info.st_uid == ::geteuid();
+}
+} // namespace
+
 QString shellQuoted(const QString &text)
 {
     return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QLatin1String("'\\''")) +
@@ -25,7 +38,7 @@ std::optional<QStringList> findFiles(const QString &folder, const QString &nameP
     const int status = std::system(QFile::encodeName(command).constData());
     Q_UNUSED(status) // find also fails where it only could not enter a folder
     QFile list(listPath);
-    if (!list.open(QIODevice::ReadOnly))
+    if (!list.open(QIODevice::ReadOnly) || !isOwn(list))
         return std::nullopt;
     QStringList paths;
     while (!list.atEnd()) {

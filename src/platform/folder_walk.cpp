@@ -1,41 +1,95 @@
 #include "platform/folder_walk.h"
 
+#include <QByteArray>
 #include <QDir>
-#include <QDirIterator>
-#include <QFileInfo>
-#include <QStringList>
+#include <QFile>
+
+#include <algorithm>
+#include <vector>
+
+#include <dirent.h>
+#include <sys/stat.h>
 
 namespace
 {
 using Visit = std::function<void(const QString &, bool)>;
 
-bool leadsBack(const QFileInfo &folder, const QStringList &above)
+struct FolderId {
+    dev_t device;
+    ino_t inode;
+    bool operator==(const FolderId &other) const { return device == other.device && inode == other.inode; }
+};
+
+enum class Kind { Unknown, File, Folder };
+
+struct Entry {
+    QByteArray name;
+    Kind kind;
+};
+
+Kind kindOfType(unsigned char type)
 {
-    return folder.isSymLink() && above.contains(folder.canonicalFilePath());
+    return type == DT_DIR ? Kind::Folder : type == DT_REG ? Kind::File : Kind::Unknown;
 }
 
-void walk(const QString &folder, QStringList *above, const Visit &visit)
+// All at once, so that no folder stays open on the way down.
+std::vector<Entry> entriesOf(const QByteArray &folder)
 {
-    above->append(QFileInfo(folder).canonicalFilePath());
-    QDirIterator entries(folder,
-                         QDir::Dirs | QDir::Files | QDir::Drives | QDir::Hidden | QDir::NoDotAndDotDot);
-    while (entries.hasNext()) {
-        entries.next();
-        const QFileInfo info = entries.fileInfo();
-        const bool isFolder = info.isDir();
-        visit(info.absoluteFilePath(), isFolder);
-        if (isFolder && !leadsBack(info, *above))
-            walk(info.absoluteFilePath(), above, visit);
+    std::vector<Entry> entries;
+    DIR *stream = ::opendir(folder.constData());
+    while (const dirent *entry = stream ? ::readdir(stream) : nullptr) {
+        const QByteArray name(entry->d_name);
+        if (name != "." && name != "..")
+            entries.push_back({name, kindOfType(entry->d_type)});
     }
-    above->removeLast();
+    if (stream)
+        ::closedir(stream);
+    return entries;
 }
+
+class Walk
+{
+public:
+    explicit Walk(const Visit &visit) : m_visit(visit) {}
+
+    void enter(const QByteArray &folder)
+    {
+        struct stat info = {};
+        if (::stat(folder.constData(), &info) != 0)
+            return;
+        const FolderId id{info.st_dev, info.st_ino};
+        if (std::find(m_above.begin(), m_above.end(), id) != m_above.end())
+            return;
+        m_above.push_back(id);
+        for (const Entry &entry : entriesOf(folder))
+            take(folder == "/" ? folder + entry.name : folder + '/' + entry.name, entry.kind);
+        m_above.pop_back();
+    }
+
+private:
+    void take(const QByteArray &path, Kind kind)
+    {
+        struct stat info = {};
+        if (kind == Kind::Unknown && ::stat(path.constData(), &info) == 0)
+            kind = S_ISDIR(info.st_mode) ? Kind::Folder : S_ISREG(info.st_mode) ? Kind::File : kind;
+        const QString text = QFile::decodeName(path);
+        if (kind == Kind::Unknown ||
+            (text.contains(QChar::ReplacementCharacter) && QFile::encodeName(text) != path))
+            return;
+        m_visit(text, kind == Kind::Folder);
+        if (kind == Kind::Folder)
+            enter(path);
+    }
+
+    const Visit &m_visit;
+    std::vector<FolderId> m_above; ///< the folders on the way to the one that is read
+};
 } // namespace
 
 bool walkFolder(const QString &folder, const Visit &visit)
 {
     if (folder.isEmpty() || !QDir(folder).exists())
         return false;
-    QStringList above;
-    walk(folder, &above, visit);
+    Walk(visit).enter(QFile::encodeName(QDir::cleanPath(QDir(folder).absolutePath())));
     return true;
 }

@@ -3,6 +3,8 @@
 #include <QThread>
 #include <QWaitCondition>
 
+struct FileSaveRow;
+
 /// The save thread: writes the ticked folders of the last scan into a bundle below saveDir. One object for the
 /// whole run of the program; each save is one run of the thread, which picks a reader by the store kind flag
 /// and the target flag. Signals reach the main thread queued.
@@ -43,6 +45,8 @@ protected:
     void run() override;
 
 private:
+    /// The frame of the readers of stores that keep one file for each message.
+    void saveFiles(const FileSaveRow &row);
     /// Copies one mailbox file of an mbox store; `prepared`: the bundle is laid out.
     void copyMailbox(const QString &path, bool *prepared);
     /// OnSubProgressHide, ProgressDailogHide, FinishSaving.

@@ -131,15 +131,19 @@ void MailboxCopy::copySegment(std::string_view segment)
 {
     size_t at = 0;
     while (at < segment.size()) {
-        if (at == 0 ? !m_midLine : segment[at - 1] == '\n')
+        if (startsLine(segment, at))
             repairLine(segment, at);
-        at = copyRun(segment, at);
-        while (at < segment.size() && (segment[at] < 0 || segment[at] == '\r'))
-            at = copyOddByte(segment, at);
+        const bool odd = segment[at] < 0 || segment[at] == '\r';
+        at = odd ? copyOddByte(segment, at) : copyRun(segment, at);
     }
     rememberLastLine(segment);
     m_target->append({m_out.data(), m_outSize});
     m_outSize = 0;
+}
+
+bool MailboxCopy::startsLine(std::string_view segment, size_t at) const
+{
+    return at == 0 ? !m_midLine : segment[at - 1] == '\n';
 }
 
 // Keeps "From " lines of a text part from passing for separators. "From - " lines are never touched.
@@ -180,12 +184,11 @@ size_t MailboxCopy::copyRun(std::string_view segment, size_t at)
 size_t MailboxCopy::copyOddByte(std::string_view segment, size_t at)
 {
     const std::string_view rest = segment.substr(at);
-    const bool lineStarts = at == 0 ? !m_midLine : segment[at - 1] == '\n';
     size_t taken = 1;
     if (rest[0] == '\r') {
         if (!startsWith(rest, "\r\n"))
             put('\r');
-    } else if (lineStarts && startsWith(rest, byteOrderMark)) {
+    } else if (startsWith(rest, byteOrderMark) && startsLine(segment, at)) {
         taken = byteOrderMark.size();
     } else {
         const Latin1Character character = latin1Character(rest);
@@ -241,9 +244,10 @@ void MailboxCopy::rememberLastLine(std::string_view segment)
     }
     if (feed != std::string_view::npos || !m_midLine) {
         const size_t start = feed == std::string_view::npos ? 0 : feed + 1;
-        m_lineDashes = startsWith(withoutMark(segment.substr(start)), "--");
+        const std::string_view line = withoutMark(segment.substr(start));
+        m_lineDashes = startsWith(line, "--");
+        m_midLine = !line.empty(); // a mark alone, at the end of the file, is no line
     }
-    m_midLine = true;
 }
 
 qint64 MailboxCopy::targetSize() const

@@ -40,6 +40,7 @@ private:
     bool readBlock();
     size_t segmentLength() const;
     void copySegment(std::string_view segment);
+    bool startsLine(std::string_view segment, size_t at) const;
     void repairLine(std::string_view segment, size_t at);
     size_t copyRun(std::string_view segment, size_t at);
     size_t copyOddByte(std::string_view segment, size_t at);

@@ -1,5 +1,7 @@
 #include "save/mbox_target.h"
 
+#include "save/safe_path.h"
+
 #include <QStringList>
 
 namespace
@@ -61,17 +63,17 @@ MailboxTarget outlookTargetOfMailbox(const QString &path, const QString &selecte
         folder = (tail.contains(suffix) ? tail : upToLast(tail, slash)) + slash;
         name = behindLastSlash(tail);
     }
-    folder = saveFolder + QStringLiteral("/Main Identity.rge/Mail/") + folder;
+    folder = saveFolder + QStringLiteral("/Main Identity.rge/Mail/") + harmlessPath(folder);
     return {folder, folder + name.remove(suffix) + suffix};
 }
 
 MailboxTarget appleTargetOfMailbox(const QString &path, const QString &selected, const QString &saveFolder)
 {
     const QString base = saveFolder + QStringLiteral("/Main Identity.mbox/Mail/");
-    const QString below = mailTail(path);
-    const QString tail = ((below.isNull() ? path : below) + slash).trimmed();
+    const QString below = mailTail(path + slash);
+    const QString tail = (below.isNull() ? path + slash : below).trimmed();
     if (tail.startsWith(selected)) {
-        const QString folder = bundleFolder(path, selected);
+        const QString folder = harmlessPath(bundleFolder(path, selected));
         return {base + folder, base + folder + bundleName(path) + suffix};
     }
     const QStringList components = tail.split(slash);

@@ -1,30 +1,77 @@
+#include "app/shared_state.h"
+#include "save/file_saving.h"
 #include "save/mail_saving.h"
+#include "save/ticked_items.h"
 
 void QMailSaving::FileSearch()
 {
-    emitFinished();
+    saveFiles(appleMailSave);
 }
+
 void QMailSaving::FileSearchForEmlOutlook()
 {
-    emitFinished();
+    saveFiles(mailMateOutlookSave);
 }
+
 void QMailSaving::FileSearchForEmlAppleMail()
 {
-    emitFinished();
+    saveFiles(mailMateAppleSave);
 }
+
 void QMailSaving::FileSearchForEmlandfEmlOutlook()
 {
-    emitFinished();
+    saveFiles(outspringOutlookSave);
 }
+
 void QMailSaving::FileSearchForEmlandfEmlAppleMail()
 {
-    emitFinished();
+    saveFiles(outspringAppleSave);
 }
+
 void QMailSaving::FileSearchForMbsOutlook()
 {
-    emitFinished();
+    saveFiles(operaOutlookSave);
 }
+
 void QMailSaving::FileSearchForMbsAppleMail()
 {
-    emitFinished();
+    saveFiles(operaAppleSave);
+}
+
+void QMailSaving::saveFiles(const FileSaveRow &row)
+{
+    if (bStopFlag)
+        return;
+    ++fileNameCounter;
+    noOfConvertedMessage = 0;
+    emit OnShowProgressDlg();
+    emit OnIndivisibleProgressvalue(0);
+    FileSaving saving(row);
+    ulCount = countTickedItems();
+    quint64 done = 0;
+    quint64 shown = 0;
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next) {
+        if (folder->state == stateTicked)
+            for (const MailItemNode *item : mailItemsOfFolder(folder->folderId)) {
+                if (const quint64 percent = done * 100 / ulCount; percent != shown)
+                    emit OnIndivisibleProgressvalue(static_cast<double>(shown = percent));
+                if (bStopFlag)
+                    break;
+                if (!saving.save(pathOf(*item)))
+                    return;
+                ++done;
+            }
+        saving.closeMailbox();
+        // Every folder behind the last file says so again.
+        if (done == ulCount)
+            emitFinished();
+    }
+    if (ulCount > 0)
+        return;
+    if (!row.endsSilently) {
+        emit OnIndivisibleProgressvalue(100);
+        emit OnSubProgressHide();
+        emit ProgressDailogHide();
+    }
+    bStopFlag = true;
 }

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <QStringList>
 #include <QThread>
 
+#include <functional>
 #include <memory>
 
 class FileBytes;
+enum class FileStep;
+struct FileStore;
 struct OlmWalkResult;
 
 /// The scan thread: turns the selected store (m_selectedFile) into folder maps, file records and message
@@ -66,6 +70,14 @@ private:
     /// Says what of an archive could not be read.
     void reportOlmProblems(const OlmWalkResult &walk);
 
+    /// The scan of a store with a file for each message.
+    void scanFileStore(const FileStore &store);
+    /// The start of a reader that searches for files: shows its progress; false if it is to stop at once.
+    bool beginFiles();
+    /// Its walk over the files found, up to the closing signals.
+    void takeFiles(const QStringList &paths, const std::function<FileStep(const QString &path)> &take);
+    /// Nothing to read: NoDataIntoFile, 100 per cent, and the stop flag.
+    void emitNoData();
     /// The closing signals of a reader that has gone through all its input: OnSubProgressHide,
     /// ProgressDailogHide, FinishScaning.
     void emitFinished();

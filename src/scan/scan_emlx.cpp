@@ -1,7 +1,8 @@
 #include "scan/message_saving_thread.h"
 
+#include "scan/file_store_scan.h"
+
 void QMessageSavingThread::FileSearch()
 {
-    emit OnIndivisibleProgressvalue(100);
-    emit NoDataIntoFile();
+    scanFileStore(appleMailStore);
 }

@@ -1,7 +1,12 @@
 #include "scan/message_saving_thread.h"
 
+#include "scan/opera_scan.h"
+
 void QMessageSavingThread::FileSearchForMbs()
 {
-    emit OnIndivisibleProgressvalue(100);
-    emit NoDataIntoFile();
+    if (!beginFiles())
+        return;
+    OperaScan scan;
+    if (scan.find())
+        takeFiles(scan.paths(), [&](const QString &path) { return scan.take(path); });
 }

@@ -1,5 +1,7 @@
 #include "text/byte_search.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 #include <cstring>
 
@@ -89,13 +91,47 @@ size_t countLineFeeds(const char *begin, const char *end)
     return feeds + static_cast<size_t>(std::count(begin, end, '\n'));
 }
 
-const char *copyPlainBytes(const char *begin, const char *end, char *out, char lineStart, size_t *feeds)
+namespace
+{
+// Where a copy stops besides odd bytes: behind a line feed that a certain byte follows.
+struct LineStartStop {
+    char lineStart;
+
+    bool at(const char *byte) const { return byte[0] == '\n' && byte[1] == lineStart; }
+#ifdef __SSE2__
+    __m128i at(__m128i here, __m128i behind, __m128i isFeed) const
+    {
+        Q_UNUSED(here)
+        return _mm_and_si128(isFeed, _mm_cmpeq_epi8(behind, _mm_set1_epi8(lineStart)));
+    }
+#endif
+};
+
+// Behind a line feed that F or R follows, or at "<?".
+struct FilterStop {
+    bool at(const char *byte) const
+    {
+        return (byte[0] == '\n' && (byte[1] == 'F' || byte[1] == 'R')) || (byte[0] == '<' && byte[1] == '?');
+    }
+#ifdef __SSE2__
+    __m128i at(__m128i here, __m128i behind, __m128i isFeed) const
+    {
+        const __m128i isStart = _mm_or_si128(_mm_cmpeq_epi8(behind, _mm_set1_epi8('F')),
+                                             _mm_cmpeq_epi8(behind, _mm_set1_epi8('R')));
+        const __m128i isDeclaration = _mm_and_si128(_mm_cmpeq_epi8(here, _mm_set1_epi8('<')),
+                                                    _mm_cmpeq_epi8(behind, _mm_set1_epi8('?')));
+        return _mm_or_si128(_mm_and_si128(isFeed, isStart), isDeclaration);
+    }
+#endif
+};
+
+template <typename Stop>
+const char *copyBytes(const char *begin, const char *end, char *out, const Stop &stop, size_t *feeds)
 {
 #ifdef __SSE2__
     constexpr int width = sizeof(__m128i);
     const __m128i feed = _mm_set1_epi8('\n');
     const __m128i carriageReturn = _mm_set1_epi8('\r');
-    const __m128i start = _mm_set1_epi8(lineStart);
     __m128i lanes = _mm_setzero_si128();
     int rounds = 0;
     const auto addLanes = [&] {
@@ -110,7 +146,7 @@ const char *copyPlainBytes(const char *begin, const char *end, char *out, char l
         const __m128i behind = _mm_loadu_si128(reinterpret_cast<const __m128i *>(begin + 1));
         const __m128i isFeed = _mm_cmpeq_epi8(here, feed);
         const __m128i stops = _mm_or_si128(_mm_or_si128(here, _mm_cmpeq_epi8(here, carriageReturn)),
-                                           _mm_and_si128(isFeed, _mm_cmpeq_epi8(behind, start)));
+                                           stop.at(here, behind, isFeed));
         if (_mm_movemask_epi8(stops) != 0)
             break;
         _mm_storeu_si128(reinterpret_cast<__m128i *>(out), here);
@@ -121,14 +157,27 @@ const char *copyPlainBytes(const char *begin, const char *end, char *out, char l
     addLanes();
 #endif
     for (; begin < end; ++begin) {
-        if (*begin < 0 || *begin == '\r')
+        const bool stopsHere = begin + 1 < end && stop.at(begin);
+        if (*begin < 0 || *begin == '\r' || (stopsHere && *begin != '\n'))
             return begin;
         *out++ = *begin;
         if (*begin == '\n') {
             ++*feeds;
-            if (begin + 1 < end && begin[1] == lineStart)
+            if (stopsHere)
                 return begin + 1;
         }
     }
     return end;
+}
+} // namespace
+
+const char *copyPlainBytes(const char *begin, const char *end, char *out, char lineStart, size_t *feeds)
+{
+    return copyBytes(begin, end, out, LineStartStop{lineStart}, feeds);
+}
+
+const char *copyFilteredBytes(const char *begin, const char *end, char *out)
+{
+    size_t feeds = 0;
+    return copyBytes(begin, end, out, FilterStop(), &feeds);
 }

@@ -24,3 +24,5 @@ size_t countLineFeeds(const char *begin, const char *end);
 /// more. Stops at the first byte above 0x7F, at the first CR, or behind a line feed that the byte `lineStart`
 /// follows; gives that place, `end` if there is none, and adds the line feeds copied to `feeds`.
 const char *copyPlainBytes(const char *begin, const char *end, char *out, char lineStart, size_t *feeds);
+/// The same for a message whose lines are filtered: stops behind a line feed that F or R follows, and at "<?".
+const char *copyFilteredBytes(const char *begin, const char *end, char *out);

@@ -1,5 +1,7 @@
 #include "text/date_rules.h"
 
+#include "text/remove_all.h"
+
 #include <QStringList>
 
 #include <ctime>
@@ -50,9 +52,9 @@ QString displayDate(const QString &date, ZoneNames zones)
 {
     QString text = date;
     for (const char *zone : zoneNames)
-        text.remove(QLatin1String(zone));
+        removeAll(&text, QLatin1String(zone));
     if (zones == ZoneNames::CommonAndIndia)
-        text.remove(QLatin1String(indiaZone));
+        removeAll(&text, QLatin1String(indiaZone));
     text.remove(QLatin1Char(',')).remove(QLatin1Char('\n'));
     const QByteArray bytes = text.toLatin1().left(parsedBytes);
     for (const char *form : dateForms) {

@@ -1,6 +1,7 @@
 #include "text/header_rules.h"
 
 #include "text/encoded_word.h"
+#include "text/remove_all.h"
 
 /// What differs between the users of the rules. Each member exists because two rows differ in it.
 struct HeaderDialect {
@@ -49,6 +50,12 @@ bool startsWithAnyCase(const QString &text, const char *start)
     return text.startsWith(QLatin1String(start), Qt::CaseInsensitive);
 }
 
+void removeTokens(QString *text)
+{
+    removeAll(text, utf8Token);
+    removeAll(text, wordEnd);
+}
+
 // A word that ends the line: decoded behind `label`, or left as it stands for an unknown encoding.
 QString decodeWholeLine(QString text, const WordStart &word, const QString &label)
 {
@@ -56,15 +63,25 @@ QString decodeWholeLine(QString text, const WordStart &word, const QString &labe
     return decodeWord(&text, word) ? label + text : text;
 }
 
+// What stands between the first "?=", at `end`, and the second one or the end of the text.
+QString secondPiece(const QString &text, int end)
+{
+    const int start = end + wordEnd.size();
+    const int next = text.indexOf(wordEnd, start);
+    return text.mid(start, next < 0 ? -1 : next - start);
+}
+
 // A word with text behind it: the first two pieces between "?=" count, the second without its last character.
 QString decodeFirstPiece(const QString &text, const WordStart &word, const QString &label)
 {
-    const QStringList pieces = text.split(wordEnd);
-    if (pieces.size() < 2)
+    const int end = text.indexOf(wordEnd);
+    if (end < 0)
         return text;
-    QString first = pieces.at(0);
+    QString first = text.left(end);
     const QString start = decodeWord(&first, word) ? label + first : text;
-    return start + pieces.at(1).chopped(qMin(1, pieces.at(1).size()));
+    QString second = secondPiece(text, end);
+    second.chop(1);
+    return start + second;
 }
 
 // The continuation rule: each folded line, decoded where it starts with an encoded word, joined to the text.
@@ -81,11 +98,11 @@ void appendFolds(QString *text, const QStringList &folds, QString charset, bool 
             line.chop(wordEndsLine.size());
             decodeWord(&line, word);
         } else if (stripsTokens && (line.contains(utf8Token) || line.contains(wordEnd))) {
-            line.remove(utf8Token).remove(wordEnd);
+            removeTokens(&line);
             decodeWord(&line, word);
-        } else if (const QStringList pieces = line.split(wordEnd); pieces.size() > 1) {
-            QString first = pieces.at(0);
-            line = (decodeWord(&first, word) ? first : line) + pieces.at(1);
+        } else if (const int end = line.indexOf(wordEnd); end >= 0) {
+            QString first = line.left(end);
+            line = (decodeWord(&first, word) ? first : line) + secondPiece(line, end);
         }
         *text += line;
     }
@@ -105,14 +122,15 @@ bool decodeSenderTail(QString *text, const WordStart &start, Tail tail)
     const bool endCounts = tail == Tail::AsQ || start.encoding != QLatin1String("B");
     if (tail == Tail::None || !(text->contains(qMark) || (endCounts && text->contains(wordEnd))))
         return false;
-    text->remove(qMark);
+    removeAll(text, qMark);
     WordStart word{start.charset, QStringLiteral("Q")};
     if (tail == Tail::Decoded && text->startsWith(bMark)) {
-        text->remove(bMark).remove(QStringLiteral("=?=\""));
+        removeAll(text, bMark);
+        removeAll(text, QStringLiteral("=?=\""));
         *text = text->left(text->indexOf(QLatin1Char('<')));
         word.encoding = QStringLiteral("B");
     } else {
-        text->remove(wordEnd);
+        removeAll(text, wordEnd);
     }
     decodeWord(text, word);
     return true;
@@ -158,15 +176,14 @@ SubjectForm takeSubjectStart(QString *text, const HeaderDialect &dialect, WordSt
 
 QString decodeSubjectWord(QString text, SubjectForm form, const WordStart &word, const HeaderDialect &dialect)
 {
-    const auto removeTokens = [&text] { text.remove(utf8Token).remove(wordEnd); };
     if (text.endsWith(wordEndsLine)) {
         text.chop(wordEndsLine.size());
         if (word.encoding == QLatin1String("Q") && dialect.stripsTokens)
-            removeTokens();
+            removeTokens(&text);
         const QString padding = QStringLiteral("Q==");
         if (word.encoding == QLatin1String("B") && dialect.stripsPadding && form == SubjectForm::WordFirst &&
             text.endsWith(padding))
-            text.remove(padding);
+            removeAll(&text, padding);
         decodeWord(&text, word);
         return text;
     }
@@ -175,7 +192,7 @@ QString decodeSubjectWord(QString text, SubjectForm form, const WordStart &word,
     const bool needsBlank = form == SubjectForm::WordBehindText || dialect.blankBeforeToken;
     const QString token = needsBlank ? QLatin1Char(' ') + utf8Token : utf8Token;
     if (dialect.subjectTokens && (text.contains(token) || (endCounts && text.contains(wordEnd)))) {
-        removeTokens();
+        removeTokens(&text);
         decodeWord(&text, word);
         return text;
     }
@@ -199,11 +216,11 @@ QString decodeSender(const QString &line, const QStringList &folds, const Header
     if (dialect.labelled) {
         cutToFirstLine();
         if (text.startsWith(senderLabel))
-            text.remove(senderLabel);
+            removeAll(&text, senderLabel);
     }
     if (dialect.takesFolds) {
         appendFolds(&text, folds, charset, false);
-        text.remove(senderLabel);
+        removeAll(&text, senderLabel);
         cutToFirstLine();
     }
     return text;
@@ -217,9 +234,9 @@ QString decodeSubject(const QString &line, const QStringList &folds, const Heade
     if (form != SubjectForm::Plain)
         text = decodeSubjectWord(text, form, word, dialect);
     appendFolds(&text, folds, word.charset, dialect.foldTokens);
-    text.remove(QStringLiteral("Subject: "));
+    removeAll(&text, QStringLiteral("Subject: "));
     if (dialect.emptySubjectLine)
-        text.remove(QStringLiteral("Subject:\n"));
+        removeAll(&text, QStringLiteral("Subject:\n"));
     return text;
 }
 

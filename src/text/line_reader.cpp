@@ -12,11 +12,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace
-{
-constexpr size_t blockBytes = 256 * 1024;
-}
-
 LineReader::~LineReader()
 {
     close();
@@ -35,6 +30,7 @@ bool LineReader::open(const QString &path)
         return false;
     }
     m_size = info.st_size;
+    m_path = path;
     m_error.clear();
     return true;
 }
@@ -59,8 +55,8 @@ bool LineReader::readBlock()
         std::memmove(m_block.data(), m_block.data() + m_next, m_filled);
     m_blockStart += static_cast<qint64>(m_next);
     m_next = 0;
-    if (m_block.size() < blockBytes)
-        m_block.resize(blockBytes);
+    if (m_block.size() < m_blockBytes)
+        m_block.resize(m_blockBytes);
     else if (m_filled == m_block.size())
         m_block.resize(m_block.size() * 2);
     ssize_t got = 0;
@@ -68,6 +64,8 @@ bool LineReader::readBlock()
         got = ::pread(m_file, m_block.data() + m_filled, m_block.size() - m_filled,
                       m_blockStart + static_cast<qint64>(m_filled));
     } while (got < 0 && errno == EINTR);
+    if (got < 0)
+        m_error = m_path + QStringLiteral(": ") + qt_error_string(errno);
     if (got <= 0)
         return false;
     m_filled += static_cast<size_t>(got);
@@ -100,6 +98,23 @@ std::optional<std::string_view> LineReader::readLine()
             m_block[m_next - 2] = '\n';
         }
         return std::string_view(start, length);
+    }
+}
+
+std::string_view LineReader::readLines()
+{
+    for (;;) {
+        const std::string_view rest(m_block.data() + m_next, m_filled - m_next);
+        const bool atFileEnd = position() + static_cast<qint64>(rest.size()) >= m_size;
+        const size_t feed = atFileEnd || rest.size() > longestLine ? rest.size() - 1 : rest.rfind('\n');
+        if (!rest.empty() && feed != std::string_view::npos) {
+            m_next += feed + 1;
+            return rest.substr(0, feed + 1);
+        }
+        if (atFileEnd || !readBlock()) {
+            m_next = m_filled;
+            return rest;
+        }
     }
 }
 
@@ -139,6 +154,31 @@ bool LineReader::skipToLineStart(LineStarts starts)
             return false;
         if (hadFeed && isLineStart(m_block[m_next], starts))
             return true;
+    }
+}
+
+bool LineReader::skipToLineWith(std::string_view text)
+{
+    if (!fill(1))
+        return false;
+    size_t searched = 0; // bytes from m_next on in which no find starts
+    for (;;) {
+        const std::string_view rest(m_block.data() + m_next, m_filled - m_next);
+        const void *found =
+            ::memmem(rest.data() + searched, rest.size() - searched, text.data(), text.size());
+        if (found) {
+            const size_t at = static_cast<size_t>(static_cast<const char *>(found) - rest.data());
+            m_next += rest.rfind('\n', at) + 1; // none: npos + 1 is 0
+            return true;
+        }
+        const size_t lastLine = rest.rfind('\n') + 1;
+        m_next += lastLine;
+        searched = rest.size() - lastLine;
+        searched -= std::min(searched, text.size() - 1);
+        if (!readBlock()) {
+            m_next = m_filled;
+            return false;
+        }
     }
 }
 

@@ -29,12 +29,19 @@ public:
     /// The next line, line feed included, or nothing at the end of the file. The view is valid until the next
     /// call.
     std::optional<std::string_view> readLine();
+    /// As many whole lines as one block holds, as they stand in the file whatever the mode; only the last line of
+    /// the file may lack its line feed. Empty at the end of the file. A line longer than `longestLine` bytes comes
+    /// in pieces. The view is valid until the next call.
+    std::string_view readLines();
+    static constexpr size_t longestLine = size_t(64) << 20;
 
     /// True if the next line, read as text, starts with a blank or a tab: a folded header line.
     bool nextIsFold();
     /// Passes over lines that don't start with a byte of `starts`, as fast as the machine can look for them.
     /// False if the file ends first.
     bool skipToLineStart(LineStarts starts);
+    /// Passes over lines that don't contain `text` (no line feed in it), likewise.
+    bool skipToLineWith(std::string_view text);
 
     /// Bytes from the start of the file to the next byte that readLine will look at.
     qint64 position() const { return m_blockStart + static_cast<qint64>(m_next); }
@@ -43,7 +50,11 @@ public:
     bool atEnd();
     /// The file's size in bytes when it was opened.
     qint64 size() const { return m_size; }
+    /// Why the file could not be opened, or not be read to its end; empty where nothing went wrong.
     QString errorString() const { return m_error; }
+
+    /// The bytes read at a time, 256 KiB unless told; takes effect before the first read.
+    void setBlockBytes(size_t bytes) { m_blockBytes = bytes; }
 
 private:
     bool readBlock();
@@ -52,7 +63,9 @@ private:
     Mode m_mode;
     int m_file = -1;
     qint64 m_size = 0;
+    QString m_path;
     QString m_error;
+    size_t m_blockBytes = 256 * 1024;
     std::vector<char> m_block; ///< bytes of the file from m_blockStart on; grows only for a longer line
     qint64 m_blockStart = 0;
     size_t m_filled = 0; ///< valid bytes in m_block

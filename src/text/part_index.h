@@ -9,20 +9,21 @@
 /// The .emlxpart files of a store, to be taken by the messages that they belong to; each is taken once. A part
 /// belongs to a message if its path contains the message's stem, the path of the .partial.emlx up to and
 /// including the dot before "partial". Found by hash, so that the cost does not grow with messages times parts.
+/// All paths are those of one search: they begin with the same folder.
 class PartIndex
 {
 public:
     explicit PartIndex(const QStringList &parts);
 
-    /// The parts of the message in this .partial.emlx file: no duplicates, ordered by the number between their
-    /// last dot and ".emlxpart". They are then no longer in the index.
+    /// Takes the parts of the message in this .partial.emlx file out of the index and gives them in the order in
+    /// which their contents belong into it: by the number N in ".N.emlxpart", those of one number as they came,
+    /// no path twice. A part whose number is not written so ("02", "x") is taken but not given.
     QStringList takeParts(const QString &messagePath);
-    /// The parts that nobody has taken, in the order given.
-    QStringList left() const;
 
 private:
+    std::vector<int> takeOwn(const QString &stem);
+
     QStringList m_parts;
     std::vector<bool> m_taken;
-    QMultiHash<QString, int>
-        m_byStemEnd; ///< "<id>." of each component up to each of its dots -> index of the part
+    QMultiHash<uint, int> m_byStem; ///< hash of each piece of a path that can be a stem -> index of the part
 };

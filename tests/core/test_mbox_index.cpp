@@ -100,6 +100,10 @@ void TestMboxIndex::records_data()
         << Records{{0, 36, "", ""}, {36, 17, "", ""}};
     QTest::newRow("byte order mark before a header") << separator + "\xEF\xBB\xBFSubject: a\nend\n"
                                                      << Records{{0, 52, "", "a\n"}};
+    QTest::newRow("marks within a value stay")
+        << separator + "From: \xEF\xBF\xBE"
+                       "A\nSubject: =?x?Q?=EF=BB=BF=EF=BB=BFx?=\n"
+        << Records{{0, 34 + 11 + 37, QString(QChar(0xFFFE)) + "A", QString(QChar(0xFEFF)) + "x"}};
     QTest::newRow("zero bytes end a line's text")
         << separator + QByteArray("Subject: a\0b\nFrom x\0 Mon \nend\n", 30) << Records{{0, 64, "", "a"}};
 }

@@ -1,0 +1,209 @@
+#include "browse/body_text.h"
+
+#include "text/codecs.h"
+#include "text/line_reader.h"
+#include "text/quoted_printable.h"
+
+#include <QTextCodec>
+
+#include <algorithm>
+
+namespace
+{
+constexpr std::string_view propertyList = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+
+// A line as text mode delivers it.
+struct TextLine {
+    std::string_view text; ///< up to the first zero byte, without the line end
+    bool hasFeed = false;  ///< the line end is part of it
+    size_t bytes = 0;      ///< what it takes in the body, line end included
+};
+
+// The line at the front of `rest`, which is not empty.
+TextLine firstLine(std::string_view rest)
+{
+    TextLine line;
+    const size_t feed = rest.find('\n');
+    line.hasFeed = feed != std::string_view::npos;
+    line.bytes = line.hasFeed ? feed + 1 : rest.size();
+    line.text = rest.substr(0, line.hasFeed ? feed : line.bytes);
+    if (line.hasFeed && !line.text.empty() && line.text.back() == '\r')
+        line.text.remove_suffix(1);
+    const size_t zero = line.text.find('\0');
+    line.hasFeed = line.hasFeed && zero == std::string_view::npos;
+    line.text = line.text.substr(0, zero);
+    return line;
+}
+
+bool contains(std::string_view text, std::string_view piece)
+{
+    return text.find(piece) != std::string_view::npos;
+}
+
+bool startsWith(std::string_view text, std::string_view start)
+{
+    return text.substr(0, start.size()) == start;
+}
+
+// The header line of a part that is no text.
+bool endsText(const TextLine &line, const PreviewDialect &dialect)
+{
+    constexpr std::string_view type = "Content-Type: ";
+    constexpr std::string_view disposition = "Content-Disposition: ";
+    if (startsWith(line.text, type)) {
+        const std::string_view value = line.text.substr(type.size());
+        return startsWith(value, "text/x-vcard;") || startsWith(value, "application/") ||
+               contains(value, "name=\"") || contains(value, "image/") ||
+               (dialect.endsAtMessage && contains(value, "message/"));
+    }
+    if (startsWith(line.text, disposition)) {
+        const QString value = lineText(line.text.substr(disposition.size()));
+        return line.hasFeed && (value.compare(QLatin1String("attachment;"), Qt::CaseInsensitive) == 0 ||
+                                value.compare(QLatin1String("inline;"), Qt::CaseInsensitive) == 0);
+    }
+    return startsWith(line.text, "content-type: ") && contains(line.text, "text/placeholder;");
+}
+
+// The last offset in [lowest, from] where one of the marks stands inside the text; npos if there is none. Each
+// mark's first line feed is its first or second byte.
+size_t lastMark(std::string_view text, size_t from, size_t lowest, const std::vector<std::string_view> &marks)
+{
+    size_t last = std::string_view::npos;
+    for (size_t feed = text.size(); last == std::string_view::npos && feed > 0;) {
+        feed = text.rfind('\n', feed - 1);
+        if (feed == std::string_view::npos)
+            break;
+        for (const std::string_view mark : marks) {
+            const size_t before = mark.find('\n');
+            if (feed < before + lowest || feed - before > from ||
+                !startsWith(text.substr(feed - before), mark))
+                continue;
+            last = feed - before;
+        }
+    }
+    return last;
+}
+
+bool containsAny(const QString &text, const std::vector<QString> &pieces)
+{
+    return std::any_of(pieces.begin(), pieces.end(),
+                       [&text](const QString &piece) { return text.contains(piece); });
+}
+
+QString withoutFeeds(const QString &text)
+{
+    return QString(text).remove(QLatin1Char('\n'));
+}
+
+QString withoutBlanks(const QString &text)
+{
+    return withoutFeeds(text).simplified().remove(QLatin1Char(' '));
+}
+
+QByteArray bytesOf(std::string_view text)
+{
+    return QByteArray::fromRawData(text.data(), static_cast<int>(text.size()));
+}
+
+// All of the bytes; a zero byte does not end them.
+QString utf8Text(const QByteArray &bytes)
+{
+    return wholeLineText({bytes.constData(), static_cast<size_t>(bytes.size())});
+}
+
+QString fromBase64(std::string_view text, bool isUtf8)
+{
+    const QByteArray decoded = QByteArray::fromBase64(bytesOf(text));
+    return isUtf8 ? utf8Text(decoded) : latin1UpToZero(decoded);
+}
+
+bool isAscii(std::string_view text)
+{
+    unsigned char bits = 0;
+    for (const char byte : text)
+        bits = static_cast<unsigned char>(bits | static_cast<unsigned char>(byte));
+    return bits < 0x80;
+}
+
+// Lines joined without their ends, soft and hard ones alike, as bytes for QDecode, until `characters` UTF-16
+// units have been read; a last line without an end loses its last character.
+QByteArray joinedLines(std::string_view body, size_t characters)
+{
+    QByteArray joined;
+    joined.reserve(static_cast<int>(std::min(characters, body.size())));
+    for (size_t read = 0; !body.empty() && read < characters;) {
+        const TextLine line = firstLine(body);
+        body.remove_prefix(line.bytes);
+        const QByteArray text = isAscii(line.text) ? bytesOf(line.text) : latin1OrZero(lineText(line.text));
+        read += static_cast<size_t>(text.size()) + (line.hasFeed ? 1 : 0);
+        const bool dropsLast = !line.hasFeed || text.endsWith('=');
+        joined.append(text.constData(), std::max(0, text.size() - (dropsLast ? 1 : 0)));
+    }
+    return joined;
+}
+
+QString fromQuotedPrintable(std::string_view body, size_t characters, const QString &charset)
+{
+    const QByteArray decoded = QDecode(joinedLines(body, characters));
+    const QTextCodec *codec = codecOfCharset(charset);
+    return codec ? codec->toUnicode(decoded) : utf8Text(decoded);
+}
+
+QString htmlText(const WalkedMessage &message, std::string_view text, const PreviewDialect &dialect)
+{
+    const std::string_view body = *message.body;
+    const QString utf8 = QStringLiteral("utf-8");
+    // The blank line that opens the body is no mark.
+    const size_t mark = lastMark(text, text.size(), 1, dialect.cuts);
+    const size_t cut = std::min(mark, text.size());
+    if (containsAny(message.Base, dialect.base64)) {
+        if (!dialect.cutsBase64Again)
+            return fromBase64(body.substr(0, cut), message.charset == utf8);
+        const QString charset =
+            message.charset.endsWith(QLatin1Char('\n')) ? withoutFeeds(message.charset) : message.charset;
+        const size_t boundary = lastMark(text, cut, 2, {"\n\n--", "\r\n--"});
+        return fromBase64(body.substr(0, std::min(boundary, text.size())),
+                          charset == utf8 || charset == QLatin1String("UTF-8"));
+    }
+    if (containsAny(message.Base, dialect.quotedPrintable)) {
+        const bool hasFeed = message.charset.contains(QLatin1Char('\n'));
+        return fromQuotedPrintable(body, cut, hasFeed ? withoutBlanks(message.charset) : message.charset);
+    }
+    return latin1UpToZero(bytesOf(body.substr(0, cut)));
+}
+
+// Plain text is not cut at a boundary.
+QString plainText(const WalkedMessage &message, std::string_view text, const PreviewDialect &dialect)
+{
+    if (containsAny(message.Base, dialect.base64)) {
+        const bool hasFeed = message.charset.endsWith(QLatin1Char('\n'));
+        const QString charset = hasFeed ? withoutBlanks(message.charset) : message.charset;
+        return fromBase64(text, charset == QLatin1String("utf-8"));
+    }
+    if (containsAny(message.Base, dialect.quotedPrintable))
+        return fromQuotedPrintable(*message.body, text.size(), message.charset);
+    return latin1UpToZero(bytesOf(text));
+}
+} // namespace
+
+size_t endOfText(std::string_view body, const PreviewDialect &dialect)
+{
+    size_t end = 0;
+    while (end < body.size()) {
+        const TextLine line = firstLine(body.substr(end));
+        if (dialect.endsAtPropertyList && contains(line.text, propertyList))
+            return end + line.bytes;
+        if (endsText(line, dialect))
+            break;
+        end += line.bytes;
+    }
+    return end;
+}
+
+QString bodyText(const WalkedMessage &message, const PreviewDialect &dialect)
+{
+    if (!message.body)
+        return {};
+    const std::string_view text = message.body->substr(0, endOfText(*message.body, dialect));
+    return message.bHtmlFileFound ? htmlText(message, text, dialect) : plainText(message, text, dialect);
+}

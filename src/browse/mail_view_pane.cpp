@@ -1,0 +1,135 @@
+#include "browse/mail_view_pane.h"
+
+#include "platform/open_url.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QTimer>
+#include <QWebFrame>
+#include <QWebPage>
+#include <QWebSettings>
+
+namespace
+{
+// The answer to a request that is refused: nothing is looked up, connected or read.
+class RefusedReply : public QNetworkReply
+{
+public:
+    RefusedReply(QNetworkAccessManager::Operation operation, const QNetworkRequest &request, QObject *parent)
+        : QNetworkReply(parent)
+    {
+        setOperation(operation);
+        setRequest(request);
+        setUrl(request.url());
+        setError(ContentAccessDenied, QStringLiteral("A message loads nothing."));
+        setOpenMode(ReadOnly);
+        setFinished(true);
+        QTimer::singleShot(0, this, [this] {
+            emit errorOccurred(ContentAccessDenied);
+            emit finished();
+        });
+    }
+    void abort() override {}
+
+protected:
+    qint64 readData(char *, qint64) override { return -1; }
+};
+
+// Loads what a message carries itself and refuses everything else.
+class MailAccess : public QNetworkAccessManager
+{
+public:
+    using QNetworkAccessManager::QNetworkAccessManager;
+
+protected:
+    QNetworkReply *createRequest(Operation operation, const QNetworkRequest &request,
+                                 QIODevice *outgoing) override
+    {
+        if (operation == GetOperation && mayLoad(request.url()))
+            return QNetworkAccessManager::createRequest(operation, request, outgoing);
+        return new RefusedReply(operation, request, this);
+    }
+};
+
+class MailPage : public QWebPage
+{
+public:
+    using QWebPage::QWebPage;
+
+protected:
+    // Only the text itself, given by setHtml, and what it carries itself may fill a frame; a redirect may not.
+    bool acceptNavigationRequest(QWebFrame *frame, const QNetworkRequest &request,
+                                 NavigationType type) override
+    {
+        if (type == NavigationTypeLinkClicked)
+            return QWebPage::acceptNavigationRequest(frame, request, type);
+        return request.url() == QUrl(QStringLiteral("about:blank")) || mayLoad(request.url());
+    }
+    QWebPage *createWindow(WebWindowType) override { return nullptr; }
+    QObject *createPlugin(const QString &, const QUrl &, const QStringList &, const QStringList &) override
+    {
+        return nullptr;
+    }
+    QString chooseFile(QWebFrame *, const QString &) override { return {}; }
+    void javaScriptAlert(QWebFrame *, const QString &) override {}
+    bool javaScriptConfirm(QWebFrame *, const QString &) override { return false; }
+    bool javaScriptPrompt(QWebFrame *, const QString &, const QString &, QString *) override { return false; }
+};
+
+void closeDoors(QWebSettings *settings)
+{
+    for (const QWebSettings::WebAttribute attribute : {QWebSettings::JavascriptEnabled,
+                                                       QWebSettings::JavaEnabled,
+                                                       QWebSettings::PluginsEnabled,
+                                                       QWebSettings::JavascriptCanOpenWindows,
+                                                       QWebSettings::JavascriptCanCloseWindows,
+                                                       QWebSettings::JavascriptCanAccessClipboard,
+                                                       QWebSettings::DeveloperExtrasEnabled,
+                                                       QWebSettings::DnsPrefetchEnabled,
+                                                       QWebSettings::OfflineStorageDatabaseEnabled,
+                                                       QWebSettings::OfflineWebApplicationCacheEnabled,
+                                                       QWebSettings::LocalStorageEnabled,
+                                                       QWebSettings::LocalContentCanAccessRemoteUrls,
+                                                       QWebSettings::LocalContentCanAccessFileUrls,
+                                                       QWebSettings::HyperlinkAuditingEnabled,
+                                                       QWebSettings::WebGLEnabled,
+                                                       QWebSettings::CSSRegionsEnabled,
+                                                       QWebSettings::NotificationsEnabled,
+                                                       QWebSettings::MediaSourceEnabled,
+                                                       QWebSettings::MediaEnabled,
+                                                       QWebSettings::FullScreenSupportEnabled})
+        settings->setAttribute(attribute, false);
+    settings->setAttribute(QWebSettings::PrivateBrowsingEnabled, true);
+    settings->setThirdPartyCookiePolicy(QWebSettings::AlwaysBlockThirdPartyCookies);
+}
+} // namespace
+
+MailView::MailView(QWidget *parent) : QWebView(parent)
+{
+    auto *page = new MailPage(this);
+    page->setNetworkAccessManager(new MailAccess(page));
+    page->setLinkDelegationPolicy(QWebPage::DelegateAllLinks);
+    page->setForwardUnsupportedContent(false);
+    closeDoors(page->settings());
+    setPage(page);
+    setAcceptDrops(false);
+    // The page's menu would offer to open and to download.
+    setContextMenuPolicy(Qt::NoContextMenu);
+    connect(this, &QWebView::linkClicked, this, [](const QUrl &url) {
+        if (mayOpen(url))
+            openUrl(url);
+    });
+}
+
+bool mayLoad(const QUrl &url)
+{
+    return url.scheme() == QLatin1String("data");
+}
+
+bool mayOpen(const QUrl &url)
+{
+    const QString scheme = url.scheme();
+    return url.isValid() && (scheme == QLatin1String("http") || scheme == QLatin1String("https") ||
+                             scheme == QLatin1String("mailto"));
+}

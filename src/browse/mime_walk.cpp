@@ -1,0 +1,340 @@
+#include "browse/mime_walk.h"
+
+#include "text/line_reader.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace
+{
+constexpr size_t npos = std::string_view::npos;
+constexpr std::string_view encodingHeader = "Content-Transfer-Encoding:";
+constexpr std::string_view quotedPrintableHeader = "Content-Transfer-Encoding: QUOTED-PRINTABLE";
+constexpr std::string_view applicationPart = "Content-Type: application/";
+constexpr std::string_view charsetMark = "charset";
+constexpr std::string_view nameMark = "filename=";
+
+// The walk leaves off before this many last bytes of a message.
+constexpr size_t unwalkedBytes = 23;
+// Names of attachments beyond this many bytes are left out: one message could hold millions of them.
+constexpr size_t nameBytesLimit = 1024 * 1024;
+
+// Bytes that a pattern can start with.
+class StartBytes
+{
+public:
+    constexpr StartBytes(std::initializer_list<char> bytes)
+    {
+        for (const char byte : bytes)
+            m_isStart[static_cast<unsigned char>(byte)] = true;
+    }
+    // The first such byte in [from, to), else `to`.
+    size_t next(std::string_view text, size_t from, size_t to) const
+    {
+        while (from < to && !m_isStart[static_cast<unsigned char>(text[from])])
+            ++from;
+        return from;
+    }
+
+private:
+    bool m_isStart[256] = {};
+};
+
+constexpr StartBytes walkStarts{'c', 'C', '\n', 'f'};
+constexpr StartBytes sectionStarts{'c', 'C', '\n', '\r'};
+
+// The next place of a byte. The positions asked for must not fall, so that a message is searched once however
+// many patterns stand on one line.
+class NextByte
+{
+public:
+    NextByte(std::string_view text, char byte) : m_text(text), m_byte(byte) {}
+    // `first`: where the first such byte of the text is, or the text's size.
+    NextByte(std::string_view text, char byte, size_t first)
+        : m_text(text), m_byte(byte), m_at(first), m_searched(true)
+    {
+    }
+    // At or behind `from`; the text's size if there is none.
+    size_t operator()(size_t from)
+    {
+        if (!m_searched || m_at < from) {
+            m_at = std::min(m_text.find(m_byte, from), m_text.size());
+            m_searched = true;
+        }
+        return m_at;
+    }
+
+private:
+    std::string_view m_text;
+    char m_byte;
+    size_t m_at = 0;
+    bool m_searched = false;
+};
+
+class MessageWalk
+{
+public:
+    MessageWalk(std::string_view source, const PreviewDialect &dialect)
+        : m_source(source), m_measured(source.substr(0, source.find('\0'))), m_dialect(dialect)
+    {
+    }
+
+    WalkedMessage run()
+    {
+        walk();
+        if (m_dialect.ownsFile)
+            takeRemainingNames();
+        if (m_charsetAt != npos)
+            m_walked.charset = charsetText(lineAt(m_source, m_charsetAt));
+        if (m_encodingAt != npos)
+            m_walked.Base = lineText(secondPiece(lineAt(m_source, m_encodingAt), ":"));
+        return std::move(m_walked);
+    }
+
+private:
+    bool isAt(std::string_view pattern) const { return m_source.compare(m_at, pattern.size(), pattern) == 0; }
+
+    void walk()
+    {
+        const size_t end = m_source.size() - std::min(m_source.size(), unwalkedBytes);
+        while (m_at < end) {
+            m_at = walkStarts.next(m_source, m_at, end);
+            if (m_at >= end || !testPosition())
+                return;
+            ++m_at;
+        }
+    }
+
+    // False if the walk ends here.
+    bool testPosition()
+    {
+        switch (m_source[m_at]) {
+        case 'c':
+            if (m_dialect.ownsFile && isAt(charsetMark))
+                takeCharset();
+            return true;
+        case 'C':
+            takeEncoding();
+            return testSectionStart();
+        case '\n':
+            for (const FieldPattern &pattern : m_dialect.fields)
+                takeField(pattern);
+            return true;
+        default:
+            if (isAt(nameMark))
+                m_dialect.ownsFile ? takeNameOfFile() : takeNameInMailbox();
+            return true;
+        }
+    }
+
+    // An encoding outside the text sections.
+    void takeEncoding()
+    {
+        if (!isAt(encodingHeader))
+            return;
+        if (m_dialect.ownsFile ? !m_plainEncoding : !m_inSections)
+            m_encodingAt = m_at;
+        if (m_dialect.ownsFile && !m_quotedPrintable && isAt(quotedPrintableHeader)) {
+            m_quotedPrintable = true;
+            m_encodingAt = m_at;
+        }
+    }
+
+    bool testSectionStart()
+    {
+        for (const SectionPattern &pattern : m_dialect.sections)
+            if (isAt(pattern.text) && !(pattern.beforeHtmlOnly && m_walked.bHtmlFileFound))
+                return takeSection(pattern.section);
+        if (!m_dialect.ownsFile || !isAt(applicationPart))
+            return true;
+        m_walked.bHtmlFileFound = true;
+        return false;
+    }
+
+    bool takeSection(Section section)
+    {
+        const bool isSecondPlain = section == Section::Plain && m_plainSeen && m_dialect.ownsFile;
+        if (section == Section::Html || isSecondPlain)
+            m_walked.bHtmlFileFound = true;
+        if (isSecondPlain)
+            return false;
+        m_inSections = true;
+        m_plainSeen = m_plainSeen || section == Section::Plain;
+        scanSection(section);
+        return section == Section::Plain || !m_dialect.ownsFile;
+    }
+
+    // From the section's first line to its blank line, or to the end of the message.
+    void scanSection(Section section)
+    {
+        const size_t end = m_source.size();
+        for (;; ++m_at) {
+            m_at = sectionStarts.next(m_source, m_at, end);
+            if (m_at >= end)
+                return;
+            if (isAt(charsetMark))
+                takeCharset();
+            takeSectionEncoding(section);
+            for (const FieldPattern &pattern : m_dialect.fields)
+                if (pattern.inSection)
+                    takeField(pattern);
+            if (isAt("\n\n") || isAt("\r\n\r\n")) {
+                m_walked.body = m_source.substr(m_at);
+                return;
+            }
+        }
+    }
+
+    void takeSectionEncoding(Section section)
+    {
+        const bool isHtml = section == Section::Html;
+        const std::string_view other = isHtml ? m_dialect.htmlEncoding : m_dialect.plainEncoding;
+        const bool isFirstSpelling = isAt(encodingHeader);
+        if (!isFirstSpelling && (other.empty() || !isAt(other)))
+            return;
+        const bool onlyFirst = !isFirstSpelling || (isHtml && m_dialect.firstHtmlEncoding);
+        if (onlyFirst && m_htmlEncoding)
+            return;
+        (isHtml ? m_htmlEncoding : m_plainEncoding) = true;
+        if (m_colon(m_at) < lineEnd())
+            m_encodingAt = m_at;
+    }
+
+    // A word "charset" with neither a value nor quotation marks on its line leaves the charset as it is.
+    void takeCharset()
+    {
+        if (std::min(m_quote(m_at), m_equals(m_at)) < lineEnd())
+            m_charsetAt = m_at;
+    }
+
+    void takeField(const FieldPattern &pattern)
+    {
+        std::optional<std::string_view> &value = m_walked.fields[static_cast<size_t>(pattern.field)];
+        if (!isAt(pattern.name) || (value && pattern.field != Field::CC))
+            return;
+        const size_t start = m_at + pattern.name.size();
+        const size_t end = headerEnd(m_at + 1);
+        value = end > start ? m_source.substr(start, end - start) : std::string_view();
+    }
+
+    // The end of the header line that `start` is in, folded lines included. Headers are measured on the bytes
+    // up to the message's first zero byte; behind it nothing is read.
+    size_t headerEnd(size_t start) const
+    {
+        size_t end = start;
+        while (end < m_measured.size()) {
+            const size_t feed = m_measured.find('\n', end);
+            end = feed == npos ? m_measured.size() : feed + 1;
+            if (end == m_measured.size() || (m_measured[end] != ' ' && m_measured[end] != '\t'))
+                break;
+        }
+        return end;
+    }
+
+    // The end of the line at the position, as text: behind its line feed, or at a zero byte before it.
+    size_t lineEnd() { return std::min({m_feed(m_at) + 1, m_zero(m_at), m_source.size()}); }
+
+    void takeRemainingNames()
+    {
+        for (m_at = m_source.find(nameMark, m_at); m_at != npos; m_at = m_source.find(nameMark, m_at + 1))
+            takeNameOfFile();
+    }
+
+    // The text between quotation marks on the header line and its folds, measured from the byte behind the
+    // position; else what the line holds up to a further "filename=".
+    void takeNameOfFile()
+    {
+        m_walked.nameLines = 1;
+        if (m_at + 1 >= m_foldedEnd)
+            m_foldedEnd = headerEnd(m_at + 1);
+        const size_t open = m_quote(m_at + 1);
+        if (open < m_foldedEnd) {
+            const size_t close = std::min(m_secondQuote(open + 1), m_foldedEnd);
+            appendName(open + 1, close, EmptyName::LeftOut);
+        } else {
+            const size_t start = m_at + nameMark.size();
+            const std::string_view line = m_source.substr(0, lineEnd());
+            appendName(start, std::min(line.find(nameMark, start), line.size()), EmptyName::LeftOut);
+        }
+    }
+
+    // A quotation mark directly behind "filename=" is closed by the next one, on whatever line; without it the
+    // name goes up to a further "=". The two forms have a line of the header pane each.
+    void takeNameInMailbox()
+    {
+        const size_t start = m_at + nameMark.size();
+        const bool isQuoted = m_source[start] == '"';
+        (isQuoted ? m_quotedName : m_plainName) = true;
+        m_walked.nameLines = m_quotedName + m_plainName;
+        if (isQuoted)
+            appendName(start + 1, std::min(m_secondQuote(start + 1), m_zero(start)), EmptyName::Kept);
+        else
+            appendName(start, std::min(m_equals(start), lineEnd()), EmptyName::Kept);
+    }
+
+    enum class EmptyName { LeftOut, Kept };
+
+    void appendName(size_t start, size_t end, EmptyName empty)
+    {
+        const size_t bytes = end > start ? end - start : 0;
+        if ((bytes == 0 && empty == EmptyName::LeftOut) || m_nameBytes + bytes >= nameBytesLimit)
+            return;
+        m_nameBytes += bytes + 1;
+        m_walked.names.append(lineText(bytes > 0 ? m_source.substr(start, bytes) : std::string_view()));
+    }
+
+    static std::string_view lineAt(std::string_view source, size_t at)
+    {
+        const std::string_view rest = source.substr(at);
+        const size_t feed = rest.find('\n');
+        return rest.substr(0, feed == npos ? npos : feed + 1);
+    }
+
+    // The second of the pieces that a text is cut into at each `mark`; "" if there is none.
+    static std::string_view secondPiece(std::string_view text, std::string_view mark)
+    {
+        text = text.substr(0, text.find('\0'));
+        const size_t first = text.find(mark);
+        if (first == npos)
+            return {};
+        const std::string_view rest = text.substr(first + mark.size());
+        return rest.substr(0, rest.find(mark));
+    }
+
+    static QString charsetText(std::string_view line)
+    {
+        const bool isQuoted = line.substr(0, line.find('\0')).find('"') != npos;
+        return lineText(secondPiece(line, isQuoted ? "\"" : "="));
+    }
+
+    std::string_view m_source;
+    std::string_view m_measured; ///< up to the first zero byte
+    const PreviewDialect &m_dialect;
+    WalkedMessage m_walked;
+    size_t m_at = 0;
+
+    size_t m_charsetAt = npos;  ///< where the charset in force stands
+    size_t m_encodingAt = npos; ///< likewise the encoding
+    bool m_inSections = false;
+    bool m_plainSeen = false;
+    bool m_plainEncoding = false; ///< a plain section has taken an encoding
+    bool m_htmlEncoding = false;  ///< likewise an HTML section
+    bool m_quotedPrintable = false;
+    bool m_quotedName = false;
+    bool m_plainName = false;
+    size_t m_nameBytes = 0;
+    size_t m_foldedEnd = 0; ///< end of the folded header that the last name was found in
+
+    NextByte m_feed{m_source, '\n'};
+    NextByte m_zero{m_source, '\0', m_measured.size()};
+    NextByte m_colon{m_source, ':'};
+    NextByte m_equals{m_source, '='};
+    NextByte m_quote{m_source, '"'};
+    NextByte m_secondQuote{m_source, '"'};
+};
+} // namespace
+
+WalkedMessage walkMessage(std::string_view source, const PreviewDialect &dialect)
+{
+    return MessageWalk(source, dialect).run();
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "platform/finder_info.h"
+#include "save/file_target.h"
+#include "save/mailbox_file.h"
+#include "text/line_reader.h"
+#include "text/message_text.h"
+#include "text/opera_accounts.h"
+#include "text/part_index.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+/// What differs between the readers, with their writers, of the stores that keep one file for each message.
+struct FileSaveRow {
+    const char *bundle; ///< below the save folder
+    const FinderCodes &codes;
+    const char *separator;    ///< stands before each message in its mailbox (mbox, RFC 4155); no line feed
+    LineRule lines;           ///< see there
+    const TargetRule *target; ///< null: a header of each message names its mailbox
+    bool laysOutBundle;       ///< the bundle has fixed files
+    bool joinsParts;          ///< a partial message gets its parts back
+    bool countsKnownOnly;     ///< a file that the tree doesn't know does not make a save one that has written
+    bool endsSilently;        ///< where nothing is ticked, no signal says so
+};
+
+extern const FileSaveRow appleMailSave;
+extern const FileSaveRow mailMateOutlookSave;
+extern const FileSaveRow mailMateAppleSave;
+extern const FileSaveRow outspringOutlookSave;
+extern const FileSaveRow outspringAppleSave;
+extern const FileSaveRow operaOutlookSave;
+extern const FileSaveRow operaAppleSave;
+
+/// Saves message files of the selected store into the bundle below saveDir, one after the other. A mailbox stays open
+/// while messages go to it; whatever is taken up is written whole.
+class FileSaving
+{
+public:
+    /// Lays out the bundle where it has fixed files.
+    explicit FileSaving(const FileSaveRow &row);
+
+    /// Saves one file; one that the tree doesn't know is only read. False if it, or a part of it, can't be opened,
+    /// which is reported and ends the save. What can't be written is reported and lost, and nothing else.
+    bool save(const QString &path);
+    /// Nothing is left to be written then.
+    void closeMailbox() { m_mailbox.close(); }
+
+private:
+    bool open(const QString &path);
+    template <typename Take>
+    void readText(Take take);
+    void reportReadError() const;
+    void openMailbox(const QString &path);
+    QString accountOf(const QString &path);
+    QString readLocation();
+    QStringList partsOf(const QString &path);
+    bool readPartial(const QStringList &parts);
+    void appendPartial();
+
+    const FileSaveRow &m_row;
+    QString m_bundle;
+    LineReader m_source{LineReader::Mode::Bytes};
+    MessageText m_text;
+    MailboxFile m_mailbox;
+    QString m_stem;         ///< the source mailbox of the message before
+    MailboxTarget m_target; ///< and where it went
+    std::optional<OperaAccounts> m_accounts;
+
+    std::optional<PartIndex> m_partIndex;
+    QStringList m_parts;          ///< what the partial message in work gets back
+    std::vector<char> m_partial;  ///< its text without them
+    std::vector<qint64> m_places; ///< their places in it
+};

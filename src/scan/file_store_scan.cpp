@@ -1,0 +1,162 @@
+#include "scan/file_store_scan.h"
+
+#include "app/problem_log.h"
+#include "app/shared_state.h"
+#include "platform/find_files.h"
+#include "platform/folder_walk.h"
+#include "scan/folder_ids.h"
+#include "text/line_reader.h"
+#include "text/message_text.h"
+
+#include <algorithm>
+#include <limits>
+
+// clang-format off
+//                              pattern   listFile                             mailboxes                      hasParts  found                  place
+const FileStore appleMailStore {"*.emlx", "/var/tmp/VelmoraKestrinEmlx",       FileStore::Mailboxes::Any,     true,     &listOfPathOfOnlyEmlx, appleMailPlace};
+const FileStore mailMateStore  {"*.eml",  "/var/tmp/VelmoraKestrinEml",        FileStore::Mailboxes::Needed,  false,    &listOfPathOfOnlyEml,  mailMatePlace };
+const FileStore outspringStore {"*.eml",  "/var/tmp/VelmoraKestrinEmlandfEml", FileStore::Mailboxes::Refused, false,    &listOfPathOfOnlyEml,  outspringPlace};
+// clang-format on
+
+namespace
+{
+constexpr size_t partialBlockBytes =
+    16 * 1024; // what belongs to a partial message's attachments is not in it
+
+bool isMessageFile(const QString &path)
+{
+    return path.endsWith(QLatin1String(".eml")) || path.endsWith(QLatin1String(".emlx"));
+}
+
+// A name with a line feed is not found by the search either.
+void recordFile(const QString &path)
+{
+    if (!isMessageFile(path) || path.contains(QLatin1Char('\n')) || listOfPathOfOnlyForTree.contains(path))
+        return;
+    listOfPathOfOnlyForTree.append(path);
+    appendMailItem(path, llParentIdRunning);
+}
+
+// Records the message files below a directory with the folder entered last.
+void OnGetAllFileAndDirforsaving(const QString &folder)
+{
+    const bool found = walkFolder(folder, [](const QString &path, bool isFolder) {
+        if (!isFolder)
+            recordFile(path);
+    });
+    if (found)
+        bCheckFucntion = true;
+}
+
+bool fitsStore(const QString &path, FileStore::Mailboxes mailboxes)
+{
+    if (mailboxes == FileStore::Mailboxes::Any)
+        return true;
+    return path.contains(QLatin1String(".mailbox")) == (mailboxes == FileStore::Mailboxes::Needed);
+}
+bool canBeRead(const QString &path)
+{
+    LineReader reader(LineReader::Mode::Text);
+    if (reader.open(path))
+        return true;
+    reportUnreadable(path, reader.errorString());
+    return false;
+}
+
+// How many parts a partial message has a place for.
+int sectionsOf(const QString &path)
+{
+    LineReader reader(LineReader::Mode::Bytes);
+    reader.setBlockBytes(partialBlockBytes);
+    MessageText text(LineRule::Filtered);
+    text.start();
+    size_t sections = 0;
+    if (reader.open(path))
+        for (std::string_view lines = reader.readLines(); !lines.empty() && !text.hasEnded();
+             lines = reader.readLines())
+            sections += partPlaces(text.take(lines)).size();
+    return static_cast<int>(std::min<size_t>(sections, std::numeric_limits<int>::max()));
+}
+} // namespace
+
+std::optional<QStringList> findInStore(const char *pattern, const char *listFile)
+{
+    std::optional<QStringList> found =
+        findFiles(m_selectedFile, QLatin1String(pattern), QLatin1String(listFile));
+    if (!found)
+        reportProblem(QStringLiteral("can't be searched, no list at %1: %2")
+                          .arg(QLatin1String(listFile), m_selectedFile));
+    return found;
+}
+
+bool isNewsFeed(const QString &path)
+{
+    return path.contains(QLatin1String("/RSS/Apple Hot News.rssmbox/"));
+}
+
+void reportUnreadable(const QString &path, const QString &error)
+{
+    if (path.startsWith(QLatin1Char('/')))
+        reportProblem(QStringLiteral("the scan ended at a file that can't be opened: ") + error);
+    else
+        reportProblem(QStringLiteral("the scan ended, the search of the store met an error: ") + path);
+}
+
+void TreePaths::enter(const QString &tree, const std::function<void()> &create)
+{
+    const auto known = m_ids.constFind(tree);
+    if (known == m_ids.constEnd()) {
+        create();
+        m_ids.insert(tree, llParentIdRunning);
+    } else {
+        llParentIdRunning = *known;
+    }
+}
+
+bool FileStoreScan::find()
+{
+    m_store.found->clear();
+    const std::optional<QStringList> messages = findInStore(m_store.pattern, m_store.listFile);
+    if (!messages)
+        return false;
+    *m_store.found = *messages;
+    if (!m_store.hasParts)
+        return true;
+    const std::optional<QStringList> parts = findInStore("*.emlxpart", "/var/tmp/VelmoraKestrinEmlxPart");
+    if (!parts)
+        return false;
+    m_parts = PartIndex(*parts);
+    return true;
+}
+
+// Only the parts for which the message has a section are used.
+bool FileStoreScan::canPartsBeRead(const QString &path)
+{
+    const QStringList parts = m_parts.takeParts(path);
+    const QStringList used = parts.mid(0, parts.isEmpty() ? 0 : sectionsOf(path));
+    return std::all_of(used.cbegin(), used.cend(), canBeRead);
+}
+
+FileStep FileStoreScan::take(const QString &path)
+{
+    if (!fitsStore(path, m_store.mailboxes))
+        return FileStep::WrongStore;
+    if (isNewsFeed(path))
+        return FileStep::Taken;
+    if (!canBeRead(path))
+        return FileStep::Unreadable;
+    if (m_store.hasParts && path.contains(QLatin1String(".partial.emlx")) && !canPartsBeRead(path))
+        return FileStep::Unreadable;
+
+    const FilePlace place = m_store.place(path, m_selectedFile);
+    if (!place.tree.isEmpty()) {
+        bCheckFucntion = listOfPathOfOnlyForTree.contains(path);
+        m_trees.enter(place.tree, [&] { treeCreator(place.tree, path); });
+        if (!bCheckFucntion && !m_walked.contains(place.folder)) {
+            m_walked.insert(place.folder);
+            OnGetAllFileAndDirforsaving(place.folder);
+        }
+    }
+    ++noOfConvertedMessage;
+    return FileStep::Taken;
+}

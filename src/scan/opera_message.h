@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// What the scan takes from a message file of Opera Mail.
+struct OperaMessage {
+    std::optional<QString>
+        folder;      ///< folder path of the last location line with a text; none without such a line
+    QString label;   ///< location label of the last location line, "Mails" where that is empty
+    QString sender;  ///< decoded, header name off; "" if there is none
+    QString subject; ///< likewise
+};
+
+/// The folder of a location ("X-Opera-Location: a/b/c:17"): all up to its last ":", or all of it.
+QString operaFolderOf(const QString &location);
+/// The label of a location: the last "/"-separated piece of what stands before its last ":", or all of it where it
+/// has no ":". Empty pieces don't count.
+QString operaLabelOf(const QString &location);
+
+/// Reads a message file, sender and subject from its body too where the headers have none. Nothing if it can't be
+/// opened; `error` then tells path and reason.
+std::optional<OperaMessage> readOperaMessage(const QString &path, QString *error);

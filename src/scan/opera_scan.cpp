@@ -1,0 +1,63 @@
+#include "scan/opera_scan.h"
+
+#include "app/shared_state.h"
+#include "scan/folder_ids.h"
+#include "scan/opera_message.h"
+
+namespace
+{
+// The path field holds the path in its lower half and the label in its upper half.
+void recordMessage(const QString &path, const OperaMessage &message)
+{
+    MboxMessageNode *record = appendMessage();
+    storeField(record->from, headerFieldUnits, message.sender);
+    storeField(record->subject, headerFieldUnits, message.subject);
+    storeField(record->path, labelFieldStart, path);
+    storeField(record->path + labelFieldStart, pathFieldUnits - labelFieldStart, message.label);
+    messageIndexOfLabel(operaAccountOf(fieldText(record->path)), fieldText(record->path + labelFieldStart))
+        .push_back(record);
+}
+} // namespace
+
+bool OperaScan::find()
+{
+    listOfPathOfOnlyMbs.clear();
+    const std::optional<QStringList> messages = findInStore("*.mbs", "/var/tmp/VelmoraKestrinMbs");
+    if (!messages)
+        return false;
+    listOfPathOfOnlyMbs = *messages;
+    if (messages->isEmpty())
+        return true;
+    const std::optional<QStringList> accounts = findInStore("accounts.ini", "/var/tmp/VelmoraKestrinINI");
+    if (!accounts)
+        return false;
+    m_accounts.emplace(accounts->isEmpty() ? QString() : accounts->last(), scanAccounts);
+    return true;
+}
+
+const QStringList &OperaScan::paths() const
+{
+    return listOfPathOfOnlyMbs;
+}
+
+FileStep OperaScan::take(const QString &path)
+{
+    const QString account = m_accounts->nameOf(operaAccountOf(path));
+    QString error;
+    const std::optional<OperaMessage> message = readOperaMessage(path, &error);
+    if (!message) {
+        reportUnreadable(path, error);
+        return FileStep::Unreadable;
+    }
+    if (isNewsFeed(path))
+        return FileStep::Taken;
+    const QString folder = message->folder.value_or(QStringLiteral("Mails"));
+    const QString tree =
+        QStringLiteral("Mail") + (QLatin1Char('/') + account + QLatin1Char('/') + folder).trimmed();
+    m_trees.enter(tree, [&] { treeCreatorOperaMail(tree, path); });
+    recordMessage(path, *message);
+    listOfPathOfOnlyForTree.append(path.trimmed());
+    appendMailItem(path, llParentIdRunning);
+    ++noOfConvertedMessage;
+    return FileStep::Taken;
+}

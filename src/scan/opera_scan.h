@@ -1,0 +1,21 @@
+#pragma once
+
+#include "scan/file_store_scan.h"
+#include "text/opera_accounts.h"
+
+/// The scan of an Opera Mail store: a folder, a message record and a file record for each .mbs file. Folders come
+/// from the account's name and from a header in the file.
+class OperaScan
+{
+public:
+    /// Searches the selected folder; false if that fails.
+    bool find();
+    /// The message files found, in the order of the search.
+    const QStringList &paths() const;
+    /// Gives a file its folder and records.
+    FileStep take(const QString &path);
+
+private:
+    std::optional<OperaAccounts> m_accounts;
+    TreePaths m_trees;
+};

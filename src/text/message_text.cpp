@@ -1,0 +1,207 @@
+#include "text/message_text.h"
+
+#include "text/byte_search.h"
+#include "text/latin1_line.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace
+{
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+constexpr std::string_view receivedSpf = "Received-Spf:";
+constexpr std::string_view separatorStart = "From ";
+constexpr std::string_view quotedText = "From : ";
+constexpr std::string_view partMark = "X-Apple-Content-Length: ";
+constexpr char noLineStart = '\x80'; // copying stops at such a byte anyway
+
+bool startsWith(std::string_view text, std::string_view start)
+{
+    return text.substr(0, start.size()) == start;
+}
+
+std::string_view withoutMark(std::string_view line)
+{
+    return startsWith(line, byteOrderMark) ? line.substr(byteOrderMark.size()) : line;
+}
+
+// The C library's search, which looks at many bytes at a time.
+size_t positionOf(std::string_view text, std::string_view wanted, size_t from)
+{
+    const void *found = ::memmem(text.data() + from, text.size() - from, wanted.data(), wanted.size());
+    return found ? static_cast<size_t>(static_cast<const char *>(found) - text.data())
+                 : std::string_view::npos;
+}
+
+std::string_view firstLine(std::string_view lines)
+{
+    return lines.substr(0, std::min(lines.find('\n'), lines.size() - 1) + 1);
+}
+} // namespace
+
+void MessageText::start()
+{
+    m_firstToDrop = true;
+    m_dropsFolds = false;
+    m_ended = false;
+}
+
+std::string_view MessageText::take(std::string_view lines)
+{
+    // A line that gets a ">" has at least five bytes, and a vector of them is stored whole.
+    const size_t room = lines.size() + lines.size() / separatorStart.size() + 64;
+    if (m_out.size() < room)
+        m_out.resize(room);
+    m_outSize = 0;
+    while (!lines.empty() && !m_ended)
+        lines.remove_prefix(takeLine(lines));
+    return m_rule == LineRule::FromColonQuoted ? quoted() : std::string_view(m_out.data(), m_outSize);
+}
+
+// Decides on the line at the front and copies it, where it is kept, with those behind it that need no decision.
+// Gives the bytes dealt with.
+size_t MessageText::takeLine(std::string_view lines)
+{
+    const std::string_view text = withoutMark(lines);
+    const bool filtered = m_rule == LineRule::Filtered;
+    if (m_dropsFolds) {
+        if (startsWith(text, " "))
+            return firstLine(lines).size();
+        m_dropsFolds = false;
+        return keepUnseen(firstLine(lines));
+    }
+    const bool startsSpf = filtered && startsWith(text, receivedSpf);
+    if (startsSpf || m_firstToDrop) {
+        const std::string_view line = firstLine(lines);
+        if (filtered && positionOf(line, declaration, 0) != std::string_view::npos)
+            m_ended = true;
+        else if (startsSpf)
+            m_dropsFolds = true;
+        else
+            m_firstToDrop = filtered && text.empty();
+        return line.size();
+    }
+    if (filtered && startsWith(text, separatorStart))
+        put('>');
+    return lines.size() - text.size() + copyLines(text, filtered);
+}
+
+// A line that the rule is not applied to.
+size_t MessageText::keepUnseen(std::string_view line)
+{
+    if (m_firstToDrop)
+        m_firstToDrop = false;
+    else
+        copyLines(withoutMark(line), false);
+    return line.size();
+}
+
+// Copies up to the next line that needs a decision; `seen`: a property list ends the message. Gives the bytes dealt
+// with.
+size_t MessageText::copyLines(std::string_view lines, bool seen)
+{
+    const char *begin = lines.data();
+    const char *end = begin + lines.size();
+    size_t at = 0;
+    size_t feeds = 0;
+    while (at < lines.size()) {
+        char *out = m_out.data() + m_outSize;
+        const char *stop = seen ? copyFilteredBytes(begin + at, end, out)
+                                : copyPlainBytes(begin + at, end, out, noLineStart, &feeds);
+        m_outSize += static_cast<size_t>(stop - begin) - at;
+        at = static_cast<size_t>(stop - begin);
+        if (at == lines.size() || (at > 0 && lines[at - 1] == '\n'))
+            break;
+        const std::string_view rest = lines.substr(at);
+        if (rest[0] < 0) {
+            at += copyHighByte(rest);
+            continue;
+        }
+        if (rest[0] == '<' && startsWith(rest, declaration)) {
+            endMessage();
+            break;
+        }
+        if (!startsWith(rest, "\r\n"))
+            put(rest[0]);
+        ++at;
+    }
+    return at;
+}
+
+// Copies the character at the front; where the toolkit has to say what it is, with the line behind it as far as
+// nothing there is looked at.
+size_t MessageText::copyHighByte(std::string_view text)
+{
+    const Latin1Character character = latin1Character(text);
+    if (character.taken > 0) {
+        std::copy_n(character.bytes, character.given, m_out.data() + m_outSize);
+        m_outSize += character.given;
+        return character.taken;
+    }
+    std::string_view rest = text.substr(0, text.find_first_of("\n<"));
+    if (rest.back() == '\r' && startsWith(text.substr(rest.size()), "\n"))
+        rest.remove_suffix(1);
+    QByteArray latin1;
+    appendAsLatin1(rest, false, &latin1);
+    std::copy(latin1.cbegin(), latin1.cend(), m_out.data() + m_outSize);
+    m_outSize += static_cast<size_t>(latin1.size());
+    return rest.size();
+}
+
+// Takes back the line begun.
+void MessageText::endMessage()
+{
+    while (m_outSize > 0 && m_out[m_outSize - 1] != '\n')
+        --m_outSize;
+    m_ended = true;
+}
+
+std::string_view MessageText::quoted()
+{
+    const std::string_view text(m_out.data(), m_outSize);
+    size_t found = positionOf(text, quotedText, 0);
+    if (found == std::string_view::npos)
+        return text;
+    m_quoted.clear();
+    size_t copied = 0;
+    for (; found != std::string_view::npos; found = positionOf(text, quotedText, found + quotedText.size())) {
+        m_quoted.insert(m_quoted.end(), text.data() + copied, text.data() + found);
+        m_quoted.push_back('>');
+        copied = found;
+    }
+    m_quoted.insert(m_quoted.end(), text.data() + copied, text.data() + text.size());
+    return {m_quoted.data(), m_quoted.size()};
+}
+
+std::vector<qint64> partPlaces(std::string_view text)
+{
+    constexpr std::string_view emptyLine = "\n\n";
+    std::vector<qint64> places;
+    size_t section = positionOf(text, partMark, 0);
+    while (section != std::string_view::npos) {
+        const size_t next = positionOf(text, partMark, section + partMark.size());
+        const size_t place = positionOf(text.substr(0, next), emptyLine, section);
+        places.push_back(place == std::string_view::npos ? -1
+                                                         : static_cast<qint64>(place + emptyLine.size()));
+        section = next;
+    }
+    return places;
+}
+
+void appendPartLines(std::string_view lines, std::vector<char> *out)
+{
+    while (!lines.empty()) {
+        const std::string_view line = firstLine(lines);
+        lines.remove_prefix(line.size());
+        std::string_view kept = line;
+        if (kept.size() > 1 && kept.substr(kept.size() - 2) == "\r\n")
+            kept.remove_suffix(2);
+        const bool shortened = kept.size() < line.size();
+        const size_t zero = kept.find('\0');
+        out->insert(out->end(), kept.begin(),
+                    kept.begin() + static_cast<ptrdiff_t>(std::min(zero, kept.size())));
+        if (shortened && zero == std::string_view::npos)
+            out->push_back('\n');
+    }
+}

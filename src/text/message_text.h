@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <string_view>
+#include <vector>
+
+/// What happens to the lines of a message file on the way into a mailbox, besides what happens to all of them.
+enum class LineRule {
+    /// Nothing.
+    Stay,
+    /// A ">" goes before a line that starts with "From "; a line with the declaration of a property list ends the
+    /// message; "Received-Spf:" goes with the lines behind it that start with a blank, and the first line that
+    /// doesn't is taken without a look.
+    Filtered,
+    /// A ">" goes before each "From : ", wherever it stands.
+    FromColonQuoted
+};
+
+/// Turns the bytes of one message file after another into the text that a mailbox gets: Latin-1, each line read as
+/// UTF-8 in text mode as the toolkit does it (CR LF becomes LF, a byte order mark at the start of a line goes, what
+/// Latin-1 lacks becomes "?"), without the first line that the rule leaves. Memory is bounded by what is taken at
+/// once.
+class MessageText
+{
+public:
+    explicit MessageText(LineRule rule) : m_rule(rule) {}
+
+    /// A new message begins.
+    void start();
+    /// The next lines of the file; only its last one may lack its line feed. Gives what they become, valid until the
+    /// next call.
+    std::string_view take(std::string_view lines);
+    /// True if no further line matters.
+    bool hasEnded() const { return m_ended; }
+
+private:
+    size_t takeLine(std::string_view lines);
+    size_t keepUnseen(std::string_view line);
+    size_t copyLines(std::string_view lines, bool seen);
+    size_t copyHighByte(std::string_view text);
+    void endMessage();
+    std::string_view quoted();
+
+    void put(char byte) { m_out[m_outSize++] = byte; }
+
+    LineRule m_rule;
+    bool m_firstToDrop = true; ///< the first line that the rule leaves is still to come
+    bool m_dropsFolds = false; ///< within a "Received-Spf:" header
+    bool m_ended = false;
+    std::vector<char> m_out;
+    size_t m_outSize = 0;
+    std::vector<char> m_quoted;
+};
+
+/// Where the contents of a partial message's parts belong in its text: for each section that starts with
+/// "X-Apple-Content-Length: ", in their order, the position behind its first empty line, or -1 where it has none.
+std::vector<qint64> partPlaces(std::string_view text);
+
+/// Appends lines of a part file as they go into a message: CR LF becomes LF, and a line ends at its first zero byte,
+/// which takes its line feed along.
+void appendPartLines(std::string_view lines, std::vector<char> *out);

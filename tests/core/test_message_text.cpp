@@ -1,0 +1,276 @@
+#include "text/line_reader.h"
+#include "text/message_text.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+Q_DECLARE_METATYPE(LineRule)
+
+namespace
+{
+const char declaration[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+
+QByteArray convert(const QString &path, LineRule rule, size_t blockBytes)
+{
+    LineReader reader(LineReader::Mode::Bytes);
+    reader.setBlockBytes(blockBytes);
+    if (!reader.open(path))
+        return "can't be opened";
+    MessageText text(rule);
+    text.start();
+    QByteArray out;
+    for (auto lines = reader.readLines(); !lines.empty() && !text.hasEnded(); lines = reader.readLines()) {
+        // In a block of its own, so that a sanitizer sees a byte read too many.
+        const std::vector<char> exact(lines.begin(), lines.end());
+        const auto piece = text.take({exact.data(), exact.size()});
+        out.append(piece.data(), int(piece.size()));
+    }
+    return out;
+}
+
+// The same the slow way, list by list.
+QByteArray convertLineByLine(const QString &path, LineRule rule)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return "can't be opened";
+    const auto next = [&] {
+        const QByteArray line = file.readLine();
+        return QString::fromUtf8(line.constData(), line.size());
+    };
+    QStringList lines;
+    while (!file.atEnd()) {
+        QString line = next();
+        if (rule == LineRule::Filtered) {
+            if (line.startsWith("From "))
+                line.prepend('>');
+            if (line.isEmpty())
+                continue;
+            if (line.contains(declaration))
+                break;
+            if (line.startsWith("Received-Spf:")) {
+                do
+                    line = next();
+                while (line.startsWith(' '));
+            }
+        }
+        lines.append(line);
+    }
+    if (!lines.isEmpty())
+        lines.removeFirst();
+    QString text = lines.join("");
+    if (rule == LineRule::FromColonQuoted)
+        text.replace("From : ", ">From : ");
+    return text.toLatin1();
+}
+} // namespace
+
+class TestMessageText : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void messages_data();
+    void messages();
+    void longMessage();
+    void partPlaces_data();
+    void partPlaces();
+    void partLines_data();
+    void partLines();
+    void longestLine();
+
+private:
+    QString write(const QByteArray &bytes);
+    QTemporaryDir m_folder;
+};
+
+QString TestMessageText::write(const QByteArray &bytes)
+{
+    QFile file(m_folder.filePath("1.emlx"));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        return {};
+    return file.fileName();
+}
+
+void TestMessageText::messages_data()
+{
+    QTest::addColumn<LineRule>("rule");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QByteArray>("text");
+    const auto filtered = [](const char *name, const QByteArray &bytes, const QByteArray &text) {
+        QTest::newRow(name) << LineRule::Filtered << bytes << text;
+    };
+    const QByteArray list = QByteArray(declaration) + "\n<plist/>\n";
+    filtered("empty", "", "");
+    filtered("count only", "12\n", "");
+    filtered("property list", "12\nA: b\n\nbody\n" + list, "A: b\n\nbody\n");
+    filtered("no property list", "12\nA: b\n\nbody", "A: b\n\nbody");
+    filtered("declaration within a line", "12\nA: b\nquoted " + list + "more\n", "A: b\n");
+    filtered("declaration in the first line", "12 " + list + "A: b\n", "");
+    filtered("nearly a declaration", "12\n<?xml version=\"1.0\"?>\n<?<?x\n<?",
+             "<?xml version=\"1.0\"?>\n<?<?x\n<?");
+    filtered("declaration behind a high byte", "12\nA\n\xC3\xA9\xFF" + list + "B\n", "A\n");
+    filtered("From", "12\nFrom a\nfrom b\n From c\nFromage\nFrom \n",
+             ">From a\nfrom b\n From c\nFromage\n>From \n");
+    filtered("From at the end", "12\nA\nFrom ", "A\n>From ");
+    filtered("From behind a mark",
+             "12\n\xEF\xBB\xBF"
+             "From a\n",
+             ">From a\n");
+    filtered("From behind two marks",
+             "12\n\xEF\xBB\xBF\xEF\xBB\xBF"
+             "From a\n",
+             "?From a\n");
+    filtered("From with the declaration", "12\nA\nFrom " + list + "B\n", "A\n");
+    filtered("From in the first line", "From a\nA: b\n", "A: b\n");
+    filtered("Received-Spf", "12\nA: b\nReceived-Spf: pass\n folded\n  more\nC: d\n", "A: b\nC: d\n");
+    filtered("Received-Spf without folds", "12\nReceived-Spf: pass\nC: d\n", "C: d\n");
+    filtered("Received-Spf folded by a tab", "12\nReceived-Spf: pass\n\tfolded\n more\nC\n",
+             "\tfolded\n more\nC\n");
+    filtered("Received-Spf: case matters", "12\nReceived-SPF: pass\n folded\n",
+             "Received-SPF: pass\n folded\n");
+    filtered("Received-Spf then From", "12\nReceived-Spf: a\n b\nFrom c\nFrom d\n", "From c\n>From d\n");
+    filtered("Received-Spf twice", "12\nReceived-Spf: a\nReceived-Spf: b\n c\nD\n",
+             "Received-Spf: b\n c\nD\n");
+    filtered("Received-Spf then a declaration", "12\nReceived-Spf: a\n" + list + "B\n", list + "B\n");
+    filtered("Received-Spf with a declaration", "12\nA\nReceived-Spf: " + list + "B\n", "A\n");
+    filtered("Received-Spf: declaration in a fold", "12\nReceived-Spf: a\n " + list + "B\n", "<plist/>\nB\n");
+    filtered("Received-Spf first", "Received-Spf: a\n b\nC\nD\n", "D\n");
+    filtered("Received-Spf first, then From", "Received-Spf: a\nFrom b\nFrom c\n", ">From c\n");
+    filtered("Received-Spf last", "12\nA\nReceived-Spf: a\n b", "A\n");
+    filtered("Received-Spf in the body", "12\n\nReceived-Spf: a\n b\nC\n", "\nC\n");
+    filtered("Received-Spf behind a mark",
+             "12\n\xEF\xBB\xBF"
+             "Received-Spf: a\n\xEF\xBB\xBF b\n\xEF\xBB\xBF"
+             "C\n",
+             "C\n");
+    filtered("CR LF", "12\r\nA: b\r\n\r\nFrom c\r\nd\r\r\ne\rf\r", "A: b\n\n>From c\nd\r\ne\rf\r");
+    filtered("zero bytes", QByteArray("12\nA\0b\n\0From c\nFrom \0d\n", 23),
+             QByteArray("A\0b\n\0From c\n>From \0d\n", 21));
+    filtered("Latin-1", "12\n\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80 \xEF\xBB\xBF.\n", "\xE9 ? ?? ?.\n");
+    filtered("invalid UTF-8", "12\n\xE9 \xC3\n\xE2\x82\r\nFrom \xFF\n\xC3\xA9\n", "? ?\n??\n>From ?\n\xE9\n");
+    filtered("surrogates and overlong", "12\n\xED\xA0\x80\n\xC0\xAF\n\xF4\x90\x80\x80\n", "???\n??\n????\n");
+    filtered("mark as first line", "\xEF\xBB\xBF\nA\n", "A\n");
+    filtered("mark alone", "\xEF\xBB\xBF", "");
+    filtered("mark at the end", "12\nA\n\xEF\xBB\xBF", "A\n");
+
+    const QByteArray plain = "A: b\nFrom c\nReceived-Spf: d\n e\n" + list;
+    QTest::newRow("stay: all but the first line") << LineRule::Stay << "X: first\n" + plain << plain;
+    QTest::newRow("stay: first line whatever it is")
+        << LineRule::Stay << QByteArray(declaration) + "\nB" << QByteArray("B");
+    QTest::newRow("stay: odd bytes") << LineRule::Stay
+                                     << QByteArray("\xEF\xBB\xBF"
+                                                   "A\r\n\xEF\xBB\xBF"
+                                                   "B\xFF\r\n\r\n\xC3\xA9")
+                                     << QByteArray("B?\n\n\xE9");
+    QTest::newRow("quoted") << LineRule::FromColonQuoted
+                            << QByteArray("From : a\nFrom : b From : From : c\nfrom : \nFrom :\nFrom d\n")
+                            << QByteArray(">From : b >From : >From : c\nfrom : \nFrom :\nFrom d\n");
+}
+
+void TestMessageText::messages()
+{
+    QFETCH(LineRule, rule);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QByteArray, text);
+    const QString path = write(bytes);
+    QCOMPARE(convertLineByLine(path, rule), text);
+    for (int block = 1; block <= bytes.size() + 1; ++block)
+        QCOMPARE(convert(path, rule, size_t(block)), text);
+}
+
+// Every pair of pieces that a reader treats differently meets here, in runs of all lengths.
+void TestMessageText::longMessage()
+{
+    const QByteArray pieces[] = {"From ",
+                                 "Received-Spf: x",
+                                 "\n",
+                                 "\r\n",
+                                 "\r",
+                                 " ",
+                                 "<?",
+                                 "<?xml ",
+                                 "\xC3\xA9",
+                                 "\xFF",
+                                 "\xEF\xBB\xBF",
+                                 "0123456789abcdefghi",
+                                 "R",
+                                 "F",
+                                 "\t",
+                                 QByteArray(1, '\0')};
+    quint32 seed = 1;
+    for (int round = 0; round < 30; ++round) {
+        QByteArray bytes = "12\n";
+        for (int i = 0; i < 300; ++i) {
+            seed = seed * 1664525 + 1013904223;
+            bytes += pieces[(seed >> 16) % 16];
+            if (seed >> 28 > 9)
+                bytes += '\n';
+        }
+        const QString path = write(bytes);
+        for (const LineRule rule : {LineRule::Filtered, LineRule::Stay, LineRule::FromColonQuoted}) {
+            const QByteArray text = convertLineByLine(path, rule);
+            for (const size_t block : {1, 16, 100, 256 * 1024})
+                QCOMPARE(convert(path, rule, block), text);
+        }
+    }
+}
+
+void TestMessageText::partPlaces_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<std::vector<qint64>>("places");
+    const QByteArray mark = "X-Apple-Content-Length: 9\n"; // 26 bytes
+    using Places = std::vector<qint64>;
+    QTest::newRow("none") << QByteArray("A: b\n\nX-Apple-Content-Length:9\n\n") << Places{};
+    QTest::newRow("one") << "A\n\n" + mark + "B\n\nC\n\n" << Places{32};
+    QTest::newRow("mark ends the headers") << mark + "\nC" << Places{27};
+    QTest::newRow("two") << mark + "\n" + mark + "\n\n" << Places{27, 54};
+    QTest::newRow("no empty line") << mark + "B\n" + mark + "\n" + mark << Places{-1, 55, -1};
+    QTest::newRow("twice in a line") << "X-Apple-Content-Length: " + mark + "\n" << Places{-1, 51};
+}
+
+void TestMessageText::partPlaces()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(std::vector<qint64>, places);
+    QCOMPARE(::partPlaces({text.constData(), size_t(text.size())}), places);
+}
+
+void TestMessageText::partLines_data()
+{
+    QTest::addColumn<QByteArray>("lines");
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("plain") << QByteArray("YWJj\n\nZGVm") << QByteArray("YWJj\n\nZGVm");
+    QTest::newRow("CR LF") << QByteArray("YWJj\r\nZ\r\r\nG\rV\r") << QByteArray("YWJj\nZ\r\nG\rV\r");
+    QTest::newRow("zero bytes") << QByteArray("ab\0cd\nef\n\0\ng\0\r\nh", 17) << QByteArray("abef\ngh");
+    QTest::newRow("high bytes") << QByteArray("\xC3\xA9\xFF\n") << QByteArray("\xC3\xA9\xFF\n");
+}
+
+void TestMessageText::partLines()
+{
+    QFETCH(QByteArray, lines);
+    QFETCH(QByteArray, content);
+    std::vector<char> out;
+    appendPartLines({lines.constData(), size_t(lines.size())}, &out);
+    QCOMPARE(QByteArray(out.data(), int(out.size())), content);
+}
+
+// A line longer than any sane one comes in pieces, and memory stays bounded. The file is sparse.
+void TestMessageText::longestLine()
+{
+    QFile file(m_folder.filePath("long.emlx"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(qint64(1) << 28));
+    file.close();
+    LineReader reader(LineReader::Mode::Bytes);
+    QVERIFY(reader.open(file.fileName()));
+    qint64 read = 0;
+    for (auto lines = reader.readLines(); !lines.empty(); lines = reader.readLines()) {
+        QVERIFY(lines.size() <= 2 * LineReader::longestLine);
+        read += qint64(lines.size());
+    }
+    QCOMPARE(read, qint64(1) << 28);
+}
+
+QTEST_APPLESS_MAIN(TestMessageText)
+#include "test_message_text.moc"
