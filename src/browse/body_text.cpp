@@ -105,26 +105,39 @@ QByteArray bytesOf(std::string_view text)
     return QByteArray::fromRawData(text.data(), static_cast<int>(text.size()));
 }
 
+// All of the bytes; a zero byte does not end them.
+QString utf8Text(const QByteArray &bytes)
+{
+    return wholeLineText({bytes.constData(), static_cast<size_t>(bytes.size())});
+}
+
 QString fromBase64(std::string_view text, bool isUtf8)
 {
     const QByteArray decoded = QByteArray::fromBase64(bytesOf(text));
-    return isUtf8 ? QString::fromUtf8(decoded.constData(), decoded.size()) : latin1UpToZero(decoded);
+    return isUtf8 ? utf8Text(decoded) : latin1UpToZero(decoded);
 }
 
-// Lines joined without their ends, soft and hard ones alike, until `characters` UTF-16 units have been read; a
-// last line without an end loses its last character.
-QString joinedLines(std::string_view body, size_t characters)
+bool isAscii(std::string_view text)
 {
-    QString joined;
+    unsigned char bits = 0;
+    for (const char byte : text)
+        bits = static_cast<unsigned char>(bits | static_cast<unsigned char>(byte));
+    return bits < 0x80;
+}
+
+// Lines joined without their ends, soft and hard ones alike, as bytes for QDecode, until `characters` UTF-16
+// units have been read; a last line without an end loses its last character.
+QByteArray joinedLines(std::string_view body, size_t characters)
+{
+    QByteArray joined;
     joined.reserve(static_cast<int>(std::min(characters, body.size())));
     for (size_t read = 0; !body.empty() && read < characters;) {
         const TextLine line = firstLine(body);
         body.remove_prefix(line.bytes);
-        QString text = lineText(line.text);
+        const QByteArray text = isAscii(line.text) ? bytesOf(line.text) : latin1OrZero(lineText(line.text));
         read += static_cast<size_t>(text.size()) + (line.hasFeed ? 1 : 0);
-        if (!line.hasFeed || text.endsWith(QLatin1Char('=')))
-            text.chop(1);
-        joined += text;
+        const bool dropsLast = !line.hasFeed || text.endsWith('=');
+        joined.append(text.constData(), std::max(0, text.size() - (dropsLast ? 1 : 0)));
     }
     return joined;
 }
@@ -133,7 +146,7 @@ QString fromQuotedPrintable(std::string_view body, size_t characters, const QStr
 {
     const QByteArray decoded = QDecode(joinedLines(body, characters));
     const QTextCodec *codec = codecOfCharset(charset);
-    return codec ? codec->toUnicode(decoded) : QString::fromUtf8(decoded.constData(), decoded.size());
+    return codec ? codec->toUnicode(decoded) : utf8Text(decoded);
 }
 
 QString htmlText(const WalkedMessage &message, std::string_view text, const PreviewDialect &dialect)

@@ -3,6 +3,7 @@
 #include "app/my_button_window.h"
 #include "app/shared_state.h"
 #include "app/window_state.h"
+#include "dialogs/problem_text.h"
 #include "platform/text_fit.h"
 
 #include <QCoreApplication>
@@ -109,13 +110,17 @@ void QConverterMainWindow::OnShowIndivisualMailData(const QString &name, const Q
     const QScopedValueRollback<bool> loading(m_listLoading, true);
     const QStringList files = AllFilePathInStrListForTree;
     std::vector<MessageRow> rows;
+    QStringList missing;
     QElapsedTimer sinceAnswer;
     sinceAnswer.start();
     for (const QString &file : files) {
         if (!isListed(file, path))
             continue;
-        if (std::optional<MessageRow> row = rowOfMessageFile(file))
+        bool opened = false;
+        if (std::optional<MessageRow> row = rowOfMessageFile(file, &opened))
             rows.push_back(std::move(*row));
+        if (!opened)
+            missing.append(tr("not listed, it can't be opened: ") + file);
         if (sinceAnswer.elapsed() < answerMilliseconds)
             continue;
         addRows(rows);
@@ -127,4 +132,6 @@ void QConverterMainWindow::OnShowIndivisualMailData(const QString &name, const Q
     }
     addRows(rows);
     endList(name);
+    if (!missing.isEmpty())
+        showBox(this, QMessageBox::Information, tr("VelmoraMailConverter"), problemText(missing));
 }

@@ -49,6 +49,11 @@ class NextByte
 {
 public:
     NextByte(std::string_view text, char byte) : m_text(text), m_byte(byte) {}
+    // `first`: where the first such byte of the text is, or the text's size.
+    NextByte(std::string_view text, char byte, size_t first)
+        : m_text(text), m_byte(byte), m_at(first), m_searched(true)
+    {
+    }
     // At or behind `from`; the text's size if there is none.
     size_t operator()(size_t from)
     {
@@ -321,7 +326,7 @@ private:
     size_t m_foldedEnd = 0; ///< end of the folded header that the last name was found in
 
     NextByte m_feed{m_source, '\n'};
-    NextByte m_zero{m_source, '\0'};
+    NextByte m_zero{m_source, '\0', m_measured.size()};
     NextByte m_colon{m_source, ':'};
     NextByte m_equals{m_source, '='};
     NextByte m_quote{m_source, '"'};

@@ -1,7 +1,9 @@
 #include "app/main_window.h"
 
+#include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "browse/mail_view_pane.h"
+#include "dialogs/problem_text.h"
 
 #include <QScrollBar>
 #include <QTextBrowser>
@@ -65,6 +67,9 @@ void QConverterMainWindow::showPreview(const PreviewText &preview)
     clearPreview();
     for (const HeaderLine &line : preview.header)
         appendPlain(m_pHeaderPane, line);
+    // What a message could not be shown for is said in its place. (A worker's problems wait for its end.)
+    if (m_run == Run::None && hasProblems())
+        appendPlain(m_pHeaderPane, {problemText(takeProblems())});
     m_pHeaderPane->moveCursor(QTextCursor::Start);
     m_pHeaderPane->verticalScrollBar()->setValue(0);
     if (!preview.html)

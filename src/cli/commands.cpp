@@ -116,12 +116,12 @@ int saveTicked(const Arguments &arguments, const ScanResult &scan)
         }
     }
     Outcome outcome = runSave(!arguments.quiet);
-    const bool problems = sayProblems();
+    sayProblems();
     if (outcome == Outcome::Finished && scan.outcome == Outcome::Ended)
         outcome = Outcome::Ended;
     printSave(arguments, outcome);
     const int status = statusOf(outcome);
-    return status == ExitDone && problems ? ExitEndedEarly : status;
+    return status == ExitDone && takeUnwritten() ? ExitEndedEarly : status;
 }
 
 int convert(const Arguments &arguments, const ScanResult &scan, const std::vector<SentFolder> &chosen)

@@ -2,13 +2,15 @@
 
 #include <QTextCodec>
 
-#include <cstring>
+#include <algorithm>
+#include <string_view>
 
 namespace
 {
 int lengthUpToZero(const QByteArray &bytes)
 {
-    return static_cast<int>(qstrnlen(bytes.constData(), static_cast<uint>(bytes.size())));
+    const std::string_view text(bytes.constData(), static_cast<size_t>(bytes.size()));
+    return static_cast<int>(std::min(text.find('\0'), text.size()));
 }
 } // namespace
 

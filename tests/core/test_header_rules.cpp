@@ -76,11 +76,11 @@ void TestHeaderRules::sender_data()
                                         << "Ann <a@x>";
     QTest::newRow("quoted B word") << "From: \"=?UTF-8?B?UmVuw6k=?=\" <r@x>\n"
                                    << none << utf8("René") << "B?UmVuw6k" << utf8("René") << "B?UmVuw6k"
-                                   << "From: \"=?UTF-8?B?UmVuw6k=?=\" <r@x>\n";
+                                   << "\"=?UTF-8?B?UmVuw6k=?=\" <r@x>\n";
     QTest::newRow("quoted Q word") << "From: \"=?UTF-8?Q?Ren=C3=A9?=\" <r@x>\n"
                                    << none << utf8("René\" <r@x>\n") << utf8("René\" <r@x>")
                                    << utf8("René\" <r@x>\n") << utf8("René\" <r@x>")
-                                   << "From: \"=?UTF-8?Q?Ren=C3=A9?=\" <r@x>\n";
+                                   << "\"=?UTF-8?Q?Ren=C3=A9?=\" <r@x>\n";
     QTest::newRow("unknown encoding") << "From: =?UTF-8?X?abc?=\n"
                                       << none << "abc"
                                       << "abc"

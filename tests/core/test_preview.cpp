@@ -220,7 +220,7 @@ void TestPreview::decoding_data()
     both("base64, UTF-8 at the line's end", plain + "utf-8\n" + base64, "w6k=\n", "é");
     both("base64, capitals, plain", plain + "\"UTF-8\"\n" + base64, "w6k=\n", "Ã©");
     both("base64, other parameter behind", plain + "utf-8; format=flowed\n" + base64, "w6k=\n", "Ã©");
-    both("base64 over lines, CR LF", crLf(plain + "utf-8\n" + base64), crLf("dw==\nw6k=\n"), "w\u00E9");
+    both("base64 over lines, CR LF", crLf(plain + "utf-8\n" + base64), crLf("QUJD\nREVG\n"), "ABCDEF");
 
     QTest::newRow("base64, capitals, HTML") << html + "\"UTF-8\"\n" + base64 << QByteArray("w6k=\n") << "é"
                                             << "Ã©";
@@ -254,8 +254,9 @@ void TestPreview::decoding_data()
         << "é" << QString(QChar(0xFFFD));
     QTest::newRow("encoding of a later part")
         << plain + "\"utf-8\"\n"
-        << QByteArray("QUJD\n--b\nContent-Transfer-Encoding: base64\nX: y\n") << "ABCnContentTransferEncoding"
-        << "\n\nQUJD\n--b\nContent-Transfer-Encoding: base64\nX: y\n";
+        << QByteArray("a\nb\nContent-Transfer-Encoding: quoted-printable\n")
+        << "abContent-Transfer-Encoding: quoted-printable"
+        << "\n\na\nb\nContent-Transfer-Encoding: quoted-printable\n";
     // The lines read are counted without their CR, so more of them are read than stand before the cut.
     QTest::newRow("QP in HTML, CR LF, reads beyond the cut")
         << crLf(html + "utf-8\n" + quotedPrintable) << crLf("a\nb\nc\n\n--b--\n") << "abc--b--"
@@ -344,7 +345,7 @@ void TestPreview::manyNamesOnOneLine()
     }
     const PreviewText preview =
         shown("\nSubject: =?UTF-8?Q?" + QByteArray("?=").repeated(500000) + "\n" + filler, filePreview);
-    QCOMPARE(headerOf(preview), QStringList("\n"));
+    QCOMPARE(headerOf(preview), QStringList(""));
 }
 
 // Offset and length come from the list's texts, and the file may not be what it was.

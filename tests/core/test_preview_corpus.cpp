@@ -47,7 +47,7 @@ QStringList TestPreviewCorpus::filesOf(const QString &folder) const
 }
 
 // Why a message has no text: the first of these that fits.
-static QString reasonOf(const QByteArray &bytes)
+static QString reasonOf(const QByteArray &bytes, bool applicationEndsWalk)
 {
     const QByteArray lower = bytes.toLower();
     if (bytes.size() <= 23)
@@ -56,7 +56,7 @@ static QString reasonOf(const QByteArray &bytes)
         return "no text type at all";
     const int application = bytes.indexOf("Content-Type: application/");
     const int text = bytes.indexOf("Content-Type: text/plain;");
-    if (application >= 0 && (text < 0 || application < text))
+    if (applicationEndsWalk && application >= 0 && (text < 0 || application < text))
         return "application part first";
     if (lower.contains("content-type: text/plain\n") || lower.contains("content-type: text/plain\r"))
         return "text/plain without a semicolon";
@@ -68,7 +68,7 @@ void TestPreviewCorpus::count(const QByteArray &bytes, const PreviewDialect &dia
     const PreviewText preview = previewOfBytes({bytes.constData(), size_t(bytes.size())}, dialect);
     ++m_messages;
     if (!preview.html)
-        ++m_noText[reasonOf(bytes)];
+        ++m_noText[reasonOf(bytes, dialect.ownsFile)];
 }
 
 void TestPreviewCorpus::report(const char *what)
