@@ -335,6 +335,10 @@ Das alte Bündel kann nicht entfernt werden: </translation>
         <source>Current scan information will be discarded if you select another mailbox. Do you want to continue?</source>
         <translation>Wenn Sie ein anderes Postfach wählen, geht das eingelesene verloren. Fortfahren?</translation>
     </message>
+    <message>
+        <source>not listed, it can&apos;t be opened: </source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QParseDatabase</name>

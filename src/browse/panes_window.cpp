@@ -38,6 +38,7 @@ void setTreeColours(QTreeWidget *tree)
     QPalette palette = tree->palette();
     palette.setColor(QPalette::Base, treeGround);
     palette.setColor(QPalette::Text, Qt::black);
+    palette.setColor(QPalette::WindowText, Qt::black); // the arrows
     palette.setColor(QPalette::HighlightedText, Qt::black);
     tree->setPalette(palette);
 }
@@ -130,6 +131,7 @@ QWidget *QConverterMainWindow::createPreviewFrame()
     m_pHeaderPane->setObjectName(QStringLiteral("headerPane"));
     m_pHeaderPane->setFont(lucidaFont(11));
     m_pHeaderPane->setFixedHeight(110);
+    m_pHeaderPane->document()->setDocumentMargin(1); // six lines just fit
     m_pHeaderPane->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_pHeaderPane->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_pHeaderPane->setMinimumWidth(330);
