@@ -44,6 +44,7 @@ QConverterMainWindow::~QConverterMainWindow()
         while (!worker->wait(20))
             bStopFlag = true;
     }
+    IsPreview = false;
     delete pMessageSavingThread;
     delete pMailSaving;
     pMessageSavingThread = nullptr;

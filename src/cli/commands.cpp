@@ -127,8 +127,9 @@ int saveTicked(const Arguments &arguments, const ScanResult &scan)
 int convert(const Arguments &arguments, const ScanResult &scan, const std::vector<SentFolder> &chosen)
 {
     if (scan.folders.empty()) {
-        say(QStringLiteral("no folder to save: ") + arguments.store);
-        return ExitNothing;
+        if (scan.outcome == Outcome::Finished)
+            say(QStringLiteral("no folder to save: ") + arguments.store);
+        return scan.outcome == Outcome::Ended ? ExitEndedEarly : ExitNothing;
     }
     if (arguments.folders.isEmpty())
         markFolder(llRootId, stateTicked);

@@ -56,7 +56,7 @@ void TestFileRows::text_data()
         "b\n\nbody");
     row("not at a line's start", "X-From: no\n >From: no\nSubject: yes\nFrom: me\n", "me\n\nyes");
     row("only a subject", "Subject: Hi\n\nbody\n", "\nHi");
-    row("only a sender", "From: A\n\nbody\n", "A\n");
+    row("only a sender", "From: A\n\nbody\n", "A\n\n");
     row("zero bytes stay", QByteArray("From: A\0B\nSubject: x\n", 21), nullptr);
 }
 
