@@ -5,6 +5,7 @@
 
 #include <QHeaderView>
 #include <QSplitter>
+#include <QStyledItemDelegate>
 #include <QTextBrowser>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -16,6 +17,18 @@ constexpr int messageColumns = 5;
 
 const QColor treeGround(223, 226, 235);
 const QColor selectionGround(154, 154, 200); ///< as in the tree's style sheet; the pictures stand out on it
+
+// A row has room for two lines: the line feed that a sender may still have is not shown.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QString displayText(const QVariant &value, const QLocale &locale) const override
+    {
+        return QStyledItemDelegate::displayText(value, locale)
+            .replace(QLatin1String("\n\n"), QLatin1String("\n"));
+    }
+};
 
 // The tree has a ground of its own, so its text needs colours of its own, whatever the desktop's are.
 void setTreeColours(QTreeWidget *tree)
@@ -103,6 +116,7 @@ QTreeWidget *QConverterMainWindow::createMessageList()
     list->header()->setSortIndicator(-1, Qt::AscendingOrder);
     list->setSortingEnabled(false);
     list->setMinimumWidth(270);
+    list->setItemDelegate(new RowDelegate(list));
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
     list->setAlternatingRowColors(true);

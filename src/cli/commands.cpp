@@ -126,6 +126,10 @@ int saveTicked(const Arguments &arguments, const ScanResult &scan)
 
 int convert(const Arguments &arguments, const ScanResult &scan, const std::vector<SentFolder> &chosen)
 {
+    if (scan.folders.empty()) {
+        say(QStringLiteral("no folder to save: ") + arguments.store);
+        return ExitNothing;
+    }
     if (arguments.folders.isEmpty())
         markFolder(llRootId, stateTicked);
     for (const SentFolder &folder : chosen)
