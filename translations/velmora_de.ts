@@ -337,7 +337,7 @@ Das alte Bündel kann nicht entfernt werden: </translation>
     </message>
     <message>
         <source>not listed, it can&apos;t be opened: </source>
-        <translation type="unfinished"></translation>
+        <translation>nicht aufgeführt, kann nicht geöffnet werden: </translation>
     </message>
 </context>
 <context>
