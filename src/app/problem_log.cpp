@@ -5,10 +5,13 @@
 #include <QMutex>
 #include <QMutexLocker>
 
+#include <atomic>
+
 namespace
 {
 QMutex mutex;
 PathList problems;
+std::atomic<bool> unwritten{false};
 } // namespace
 
 void reportProblem(const QString &sentence)
@@ -16,6 +19,17 @@ void reportProblem(const QString &sentence)
     const QMutexLocker lock(&mutex);
     if (!problems.contains(sentence))
         problems.append(sentence);
+}
+
+void reportUnwritten(const QString &sentence)
+{
+    unwritten = true;
+    reportProblem(sentence);
+}
+
+bool takeUnwritten()
+{
+    return unwritten.exchange(false);
 }
 
 QStringList takeProblems()

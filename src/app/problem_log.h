@@ -8,6 +8,10 @@
 
 /// Adds a sentence; one that stands there already is not added again.
 void reportProblem(const QString &sentence);
+/// The same where something of a bundle could not be written.
+void reportUnwritten(const QString &sentence);
+/// True if that has happened since the last call.
+bool takeUnwritten();
 /// All sentences in the order in which they came, and forgets them.
 QStringList takeProblems();
 /// True if there is any.

@@ -10,15 +10,6 @@ namespace
 {
 constexpr size_t headerBlockBytes = 8 * 1024; // sender and subject mostly stand in the first block
 
-// The row's text loses one line feed at its end: a subject that was not decoded still has its own.
-QString rowText(const QString &sender, const QString &subject)
-{
-    QString text = sender + QLatin1Char('\n') + subject;
-    if (text.endsWith(QLatin1Char('\n')))
-        text.chop(1);
-    return text;
-}
-
 // The file's mailbox: the path up to the last directory with one of the suffixes, "" if there is none.
 QString mailboxOf(const QString &file)
 {

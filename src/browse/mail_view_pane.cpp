@@ -112,6 +112,10 @@ MailView::MailView(QWidget *parent) : QWebView(parent)
     page->setLinkDelegationPolicy(QWebPage::DelegateAllLinks);
     page->setForwardUnsupportedContent(false);
     closeDoors(page->settings());
+    // A message's own colours reckon with a white page, whatever the desktop's theme.
+    QPalette colours = palette();
+    colours.setColor(QPalette::Base, Qt::white);
+    page->setPalette(colours);
     setPage(page);
     setAcceptDrops(false);
     // The page's menu would offer to open and to download.

@@ -2,15 +2,18 @@
 
 #include "app/shared_state.h"
 
+QString rowText(const QString &sender, QString subject)
+{
+    if (subject.endsWith(QLatin1Char('\n')))
+        subject.chop(1);
+    return sender + QLatin1Char('\n') + subject;
+}
+
 std::vector<MessageRow> mailboxRows(const QString &folderPath)
 {
     std::vector<MessageRow> rows;
-    for (const MboxMessageNode *record : messagesOfPath(folderPath)) {
-        QString subject = fieldText(record->subject);
-        if (subject.endsWith(QLatin1Char('\n')))
-            subject.chop(1);
-        rows.push_back({fieldText(record->from) + QLatin1Char('\n') + subject, fieldText(record->path),
+    for (const MboxMessageNode *record : messagesOfPath(folderPath))
+        rows.push_back({rowText(fieldText(record->from), fieldText(record->subject)), fieldText(record->path),
                         QString::number(record->offset), QString::number(record->length)});
-    }
     return rows;
 }

@@ -116,16 +116,20 @@ int saveTicked(const Arguments &arguments, const ScanResult &scan)
         }
     }
     Outcome outcome = runSave(!arguments.quiet);
-    const bool problems = sayProblems();
+    sayProblems();
     if (outcome == Outcome::Finished && scan.outcome == Outcome::Ended)
         outcome = Outcome::Ended;
     printSave(arguments, outcome);
     const int status = statusOf(outcome);
-    return status == ExitDone && problems ? ExitEndedEarly : status;
+    return status == ExitDone && takeUnwritten() ? ExitEndedEarly : status;
 }
 
 int convert(const Arguments &arguments, const ScanResult &scan, const std::vector<SentFolder> &chosen)
 {
+    if (scan.folders.empty()) {
+        say(QStringLiteral("no folder to save: ") + arguments.store);
+        return ExitNothing;
+    }
     if (arguments.folders.isEmpty())
         markFolder(llRootId, stateTicked);
     for (const SentFolder &folder : chosen)

@@ -131,7 +131,7 @@ void MailboxCopy::copySegment(std::string_view segment)
 {
     size_t at = 0;
     while (at < segment.size()) {
-        if (segment[at] >= 0 && startsLine(segment, at))
+        if (startsLine(segment, at))
             repairLine(segment, at);
         const bool odd = segment[at] < 0 || segment[at] == '\r';
         at = odd ? copyOddByte(segment, at) : copyRun(segment, at);
@@ -189,7 +189,6 @@ size_t MailboxCopy::copyOddByte(std::string_view segment, size_t at)
         if (!startsWith(rest, "\r\n"))
             put('\r');
     } else if (startsWith(rest, byteOrderMark) && startsLine(segment, at)) {
-        repairLine(segment, at);
         taken = byteOrderMark.size();
     } else {
         const Latin1Character character = latin1Character(rest);

@@ -95,7 +95,7 @@ void MailboxFile::write(const char *bytes, size_t count)
 
 void MailboxFile::fail(int error)
 {
-    reportProblem(QStringLiteral("can't be written: %1: %2").arg(m_path, qt_error_string(error)));
+    reportUnwritten(QStringLiteral("can't be written: %1: %2").arg(m_path, qt_error_string(error)));
     if (m_file >= 0)
         ::close(m_file);
     m_file = -1;

@@ -1,5 +1,7 @@
 #include "save/olm_message.h"
 
+#include "text/base64.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -8,7 +10,7 @@
 namespace
 {
 // A multiple of three, so that the pieces' base64 joins to one text without padding in between.
-constexpr qint64 pieceBytes = 3 * 64 * 1024;
+constexpr size_t pieceBytes = 3 * 64 * 1024;
 
 struct Escape {
     std::string_view escaped;
@@ -172,14 +174,19 @@ bool OlmComposer::writeBase64(qint64 offset, qint64 size, const Write &write)
     if (size > m_attachmentBytesLeft)
         return false;
     m_attachmentBytesLeft -= qMax<qint64>(0, size);
-    QByteArray piece;
+    const bool inside = offset >= 0 && offset <= m_archive->size();
+    m_piece.resize(pieceBytes);
+    m_encoded.resize(base64Length(pieceBytes));
     bool whole = size >= 0;
     for (qint64 done = 0; done < size; done += pieceBytes) {
-        piece.resize(static_cast<int>(qMin(pieceBytes, size - done)));
-        const qint64 taken = m_archive->read(offset + done, piece.data(), piece.size());
-        std::memset(piece.data() + taken, 0, static_cast<size_t>(piece.size() - taken));
-        whole = whole && taken == piece.size();
-        write(view(piece.toBase64()));
+        const auto wanted = static_cast<size_t>(qMin<qint64>(pieceBytes, size - done));
+        const qint64 read =
+            inside ? m_archive->read(offset + done, m_piece.data(), static_cast<qint64>(wanted)) : 0;
+        const auto taken = static_cast<size_t>(read);
+        std::fill(m_piece.data() + taken, m_piece.data() + wanted, '\0');
+        whole = whole && taken == wanted;
+        encodeBase64(m_piece.data(), wanted, m_encoded.data());
+        write({m_encoded.data(), base64Length(wanted)});
     }
     return whole;
 }

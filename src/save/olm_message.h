@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <string_view>
+#include <vector>
 
 /// What a composed message takes from elsewhere than its record.
 struct OlmMarks {
@@ -41,6 +42,8 @@ private:
     RandomAccess *m_archive;
     qint64 m_attachmentBytesLeft;
     qint64 m_incomplete = 0;
+    std::vector<char> m_piece; ///< of an attachment
+    std::vector<char> m_encoded;
 };
 
 /// The header block of a message, up to its "Mime-version" line: envelope, subject, people, date and marks.

@@ -32,7 +32,7 @@ void appendToFile(const QString &path, const QByteArray &bytes)
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append) || file.write(bytes) != bytes.size() ||
         !file.flush())
-        reportProblem(QStringLiteral("can't be written: %1: %2").arg(path, file.errorString()));
+        reportUnwritten(QStringLiteral("can't be written: %1: %2").arg(path, file.errorString()));
 }
 } // namespace
 

@@ -8,6 +8,8 @@
 #include "text/line_reader.h"
 #include "text/message_text.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <limits>
 
@@ -81,6 +83,8 @@ int sectionsOf(const QString &path)
 
 std::optional<QStringList> findInStore(const char *pattern, const char *listFile)
 {
+    if (!QFileInfo::exists(m_selectedFile))
+        return QStringList(); // a store that is not there holds nothing; what find says of it is no path
     std::optional<QStringList> found =
         findFiles(m_selectedFile, QLatin1String(pattern), QLatin1String(listFile));
     if (!found)

@@ -90,7 +90,7 @@ void TestOlmWalk::entries_data()
     const int e = zeroCrcHeader.size();
 
     row("empty file", "", {});
-    row("no archive", "some text, <emails and PK", {});
+    row("no archive", "some text, <email and PK", {});
     row("directories", zeroCrcHeader + zeroCrcHeader + element, {found(2 * e)});
     row("element behind a header without sizes", zeroCrcHeader + element, {found(e)});
     row("other bytes behind such a header", zeroCrcHeader + "<x>PK" + element, {found(e + 5)});
@@ -144,7 +144,7 @@ void TestOlmWalk::entries_data()
     row("no end tag: up to a bound past the end", "<emails </email>x",
         {"messages [<emails </email>x] in [] to 34"});
     row("no end tag ends the walk, whatever the element", "<notes " + element, {});
-    row("cut off in its header", message.left(20), {"attachment  at 30 of 0"});
+    row("cut off in its header", message.left(12), {});
     row("cut off in its data", message.left(message.size() - 2),
         {QString("messages [<m] in [In] to %1").arg(message.size())});
 }
@@ -200,19 +200,20 @@ void TestOlmWalk::hostileSizes_data()
     QTest::addColumn<qint64>("storedSize");
     constexpr qint64 most = std::numeric_limits<qint64>::max();
     constexpr qint64 negative = std::numeric_limits<qint64>::min();
-    QTest::newRow("both beyond the end") << qint64{1} << 40 << (qint64{1} << 40);
+    QTest::newRow("both beyond the end") << (qint64{1} << 40) << (qint64{1} << 40);
     for (const qint64 size : {most, negative, negative + 5, qint64{0}, qint64{-2}})
         for (const qint64 stored : {most, negative, most - 100, qint64{0}, qint64{-60}})
             QTest::addRow("%lld, %lld", static_cast<long long>(size), static_cast<long long>(stored))
                 << size << stored;
 }
 
-// No crash, no endless walk, and the message behind is found unless the entry claims to reach past the end.
+// No crash, no endless walk, and the message behind is found unless the entry claims to reach past the end, with a
+// size that a position can hold.
 void TestOlmWalk::hostileSizes()
 {
     QFETCH(qint64, size);
     QFETCH(qint64, storedSize);
-    const bool beyondEnd = storedSize > 1000;
+    const bool beyondEnd = storedSize > 1000 && storedSize != std::numeric_limits<qint64>::max();
     for (const char *name : {"Local/a", "Local/b/F/__message_attachment__.xml"}) {
         QByteArray entry = olmEntry({name, "", 1, 20, 0, 0});
         const int sizes = entry.size() - 16;
@@ -228,7 +229,7 @@ void TestOlmWalk::eachByteIsReadFewTimes_data()
 {
     QTest::addColumn<QByteArray>("piece");
     QTest::addColumn<int>("reads"); // at most, for each 4 KiB
-    QTest::newRow("nested elements") << QByteArray("<emails ") << 2;
+    QTest::newRow("nested elements") << QByteArray("<emails ") << 3;
     QTest::newRow("almost elements") << QByteArray("<emails<notes<tasks") << 2;
     QTest::newRow("almost signatures") << QByteArray("PK\1PK\3PKP<") << 2;
     QTest::newRow("headers without sizes") << zeroCrcHeader << 2;

@@ -1,0 +1,216 @@
+#include "app/main_window.h"
+
+#include "app/my_button_window.h"
+#include "app/problem_log.h"
+#include "app/shared_state.h"
+#include "app/window_state.h"
+#include "browse/folder_tree.h"
+#include "dialogs/import_window_dialog.h"
+#include "dialogs/problem_text.h"
+#include "dialogs/progress_info_dialog.h"
+#include "platform/text_fit.h"
+#include "save/mail_saving.h"
+#include "scan/message_saving_thread.h"
+#include "scan/parse_database_dialog.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTreeWidget>
+
+// ---- A run from its start to its end ----
+
+void QConverterMainWindow::beginRun()
+{
+    m_run = Run::Active;
+    m_pMySaveButton->setEnabled(false);
+    m_pMyOpenButton->setEnabled(false);
+    m_pSaveAction->setEnabled(false);
+    m_pFolderTree->setEnabled(false);
+}
+
+void QConverterMainWindow::endRun()
+{
+    if (m_run == Run::Active)
+        m_run = Run::Ending;
+    m_pMySaveButton->setEnabled(true);
+    m_pMyOpenButton->setEnabled(true);
+    m_pSaveAction->setEnabled(true);
+    m_pFolderTree->setEnabled(true);
+}
+
+bool QConverterMainWindow::workerIsBusy()
+{
+    if (m_listLoading)
+        return true;
+    if (m_run == Run::Active) {
+        if (m_pProgressInfo)
+            m_pProgressInfo->raise();
+        return true;
+    }
+    letWorkersEnd();
+    return false;
+}
+
+void QConverterMainWindow::letWorkersEnd()
+{
+    for (QThread *worker :
+         {static_cast<QThread *>(pMessageSavingThread), static_cast<QThread *>(pMailSaving)}) {
+        QEventLoop untilEnd;
+        connect(worker, &QThread::finished, &untilEnd, &QEventLoop::quit);
+        if (worker->isRunning())
+            untilEnd.exec(QEventLoop::ExcludeUserInputEvents);
+        worker->wait();
+    }
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall); // what it said last
+}
+
+// A worker's thread has ended. Mostly its end signals have been here before; a reader that gave up sends none.
+void QConverterMainWindow::onWorkerEnded()
+{
+    const bool endedEarly = m_run == Run::Active;
+    m_run = Run::None;
+    if (endedEarly)
+        tellEndedEarly();
+    else if (hasProblems())
+        showBox(this, QMessageBox::Information, tr("VelmoraMailConverter"), problemText(takeProblems()));
+}
+
+// The progress dialog stays until the user presses Stop, and says why. Without a dialog the controls come back at once.
+void QConverterMainWindow::tellEndedEarly()
+{
+    QString text = problemText(takeProblems());
+    if (text.isEmpty())
+        text = tr("The process ended before it was done.");
+    if (m_pProgressInfo && m_pProgressInfo->isVisible()) {
+        m_pFolderTree->setEnabled(true);
+        m_pProgressInfo->showEndedEarly(text);
+        return;
+    }
+    IsPreview = false;
+    endRun();
+    showBox(this, QMessageBox::Information, tr("VelmoraMailConverter"), text);
+}
+
+void QConverterMainWindow::enablePreferences()
+{
+    m_pPreferencesAction->setEnabled(true);
+}
+
+// ---- Slots of the workers' signals ----
+
+void QConverterMainWindow::ShowProgressDlg()
+{
+    if (m_pProgressInfo)
+        m_pProgressInfo->deleteLater();
+    m_pProgressInfo = new QProgressInfo(this);
+    connect(pMessageSavingThread, &QMessageSavingThread::ProgressDailogHide, m_pProgressInfo,
+            &QProgressInfo::OnProgressDailogHide);
+    connect(pMailSaving, &QMailSaving::ProgressDailogHide, m_pProgressInfo,
+            &QProgressInfo::OnProgressDailogHide);
+    m_pProgressBar = new QProgressBar(m_pProgressInfo);
+    m_pProgressBar->setGeometry(69, 24, 371, 9);
+    m_pProgressBar->setTextVisible(false); // a bar of this height has no room for it
+    const bool saving = bForOutlookMail || bForAppleMail;
+    m_pProgressInfo->setTask(saving ? tr("Saving Database File ...") : tr("Scanning Database File ..."));
+    m_pProgressInfo->show();
+}
+
+void QConverterMainWindow::SetIndivisibleProgress(double value)
+{
+    if (m_pProgressBar)
+        m_pProgressBar->setValue(qMin(static_cast<int>(value), m_pProgressBar->maximum()));
+}
+
+void QConverterMainWindow::SetSubProgress(double value)
+{
+    hideStatusProgress();
+    m_pStatusProgress->setValue(static_cast<int>(value));
+}
+
+void QConverterMainWindow::SetProgressValueForOlmMail()
+{
+    m_pStatusProgress->setValue(m_pStatusProgress->value() + 1);
+}
+
+void QConverterMainWindow::SetProgressHide()
+{
+    if (m_pProgressInfo)
+        m_pProgressInfo->hide();
+    hideStatusProgress();
+    endRun();
+}
+
+void QConverterMainWindow::HideProgressBar()
+{
+    if (bForOutlookMail || bForAppleMail) {
+        finishSave();
+        return;
+    }
+    showBox(nullptr, QMessageBox::Information, QString(),
+            withProblems(tr("\nMailbox scan completed successfully."), takeProblems()));
+}
+
+// The end signal may come several times in one save, and once more after a Stop that came too late.
+void QConverterMainWindow::finishSave()
+{
+    if (!IsPreview)
+        return;
+    pMailSaving->wait(); // it may still be looking at the records of further folders
+    unmarkAllFolders();
+    checkAllFolderItems(Qt::Unchecked);
+    showSaveResult(tr("\nFile saved successfully at location ") + FileSavingPath);
+    IsPreview = false;
+}
+
+void QConverterMainWindow::showSaveResult(const QString &text)
+{
+    m_pImportWindow->showMessage(withProblems(text, takeProblems()));
+}
+
+void QConverterMainWindow::OnNoDataIntoFile()
+{
+    if (m_pProgressInfo)
+        m_pProgressInfo->hide();
+    endRun();
+    m_pMySaveButton->setEnabled(false);
+    m_pSaveAction->setEnabled(false);
+    showBox(nullptr, QMessageBox::Information, QString(),
+            withProblems(tr("\nSelected file is either invalid or empty."), takeProblems()));
+    bParseDatabaseClose = true;
+    bParseDatabase = false;
+    bStopFlag = false;
+    m_selectedFile.clear();
+}
+
+// ---- The status bar ----
+
+void QConverterMainWindow::hideStatusProgress()
+{
+    m_pStatusProgress->hide();
+    m_pStatusStopButton->hide();
+}
+
+void QConverterMainWindow::OnStopPushButton()
+{
+    bStopFlag = false;
+}
+
+void QConverterMainWindow::OnStatusBarValue(const QString &name, uint count)
+{
+    sSelectedItemList = name;
+    m_pFolderNameLabel->setText(name + QLatin1Char(':'));
+    m_pCountLabel->setText(QString::number(count));
+    for (QLabel *label : {m_pFolderNameLabel, m_pCountLabel}) {
+        label->setFont(lucidaFont(11));
+        label->setMargin(0);
+    }
+    m_pMessageList->setSortingEnabled(true);
+    hideStatusProgress();
+}

@@ -1,0 +1,87 @@
+#include "app/main_window.h"
+
+#include "app/problem_log.h"
+#include "app/shared_state.h"
+#include "browse/mail_view_pane.h"
+#include "dialogs/problem_text.h"
+
+#include <QScrollBar>
+#include <QTextBrowser>
+#include <QTextCursor>
+#include <QTreeWidget>
+
+namespace
+{
+// As QTextEdit::append, but foreign text is never taken as markup.
+void appendPlain(QTextBrowser *pane, const HeaderLine &line)
+{
+    QTextCursor cursor(pane->document());
+    cursor.movePosition(QTextCursor::End);
+    if (!pane->document()->isEmpty())
+        cursor.insertBlock();
+    QTextCharFormat format;
+    format.setFontWeight(line.bold ? QFont::Bold : QFont::Normal);
+    cursor.insertText(line.text, format);
+}
+} // namespace
+
+void QConverterMainWindow::OnMessageSubjectKey()
+{
+    const QList<QTreeWidgetItem *> selected = m_pMessageList->selectedItems();
+    if (!selected.isEmpty())
+        ShowindivisualMailItemsCenter(selected.first(), 0);
+}
+
+void QConverterMainWindow::ShowindivisualMailItemsCenter(QTreeWidgetItem *item, int column)
+{
+    m_pSecondPane->clear();
+    if (bOlmFileFound)
+        OnMessageSubjectClicked(item, column);
+    else if (bMboxFileFound)
+        OnWebViewForMboxFileInHTML(item->text(2), item->text(3), item->text(4));
+    else
+        OnWebViewInHTML(item->text(2));
+}
+
+void QConverterMainWindow::OnMessageSubjectClicked(QTreeWidgetItem *item, int)
+{
+    if (!item)
+        return;
+    if (const std::optional<PreviewText> preview = previewOfOlmMessage(item->text(3), item->text(4)))
+        showPreview(*preview);
+}
+
+void QConverterMainWindow::OnWebViewForMboxFileInHTML(const QString &path, const QString &offset,
+                                                      const QString &length)
+{
+    showPreview(previewOfMailboxMessage(path, offset, length));
+}
+
+void QConverterMainWindow::OnWebViewInHTML(const QString &path)
+{
+    showPreview(previewOfFile(path));
+}
+
+void QConverterMainWindow::showPreview(const PreviewText &preview)
+{
+    clearPreview();
+    for (const HeaderLine &line : preview.header)
+        appendPlain(m_pHeaderPane, line);
+    // What a message could not be shown for is said in its place. (A worker's problems wait for its end.)
+    if (m_run == Run::None && hasProblems())
+        appendPlain(m_pHeaderPane, {problemText(takeProblems())});
+    m_pHeaderPane->moveCursor(QTextCursor::Start);
+    m_pHeaderPane->verticalScrollBar()->setValue(0);
+    if (!preview.html)
+        return;
+    m_pWebView->setHtml(*preview.html, QUrl());
+    m_pWebView->show();
+}
+
+void QConverterMainWindow::clearPreview()
+{
+    m_pHeaderPane->clear();
+    m_pSecondPane->clear();
+    m_pWebView->hide();
+    m_pWebView->setHtml(QString());
+}

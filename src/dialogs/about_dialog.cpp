@@ -1,0 +1,36 @@
+#include "dialogs/about_dialog.h"
+
+#include "app/settings_plist.h"
+#include "platform/system_info.h"
+#include "platform/text_fit.h"
+
+AboutDlg::AboutDlg(QWidget *parent) : QDialog(parent)
+{
+    setupUi(this);
+    LabelPixmap->setPixmap(QPixmap(QStringLiteral(":/images/img_About.png")));
+    ProductVersionLabel->setText(QStringLiteral(VELMORA_VERSION));
+    connect(OKButton, &QPushButton::clicked, this, &QDialog::accept);
+    GetSystemInfo();
+    GetSUpport();
+}
+
+void AboutDlg::GetSystemInfo()
+{
+    const SystemInfo info = systemInfo();
+    OSLabel->setText(info.name);
+    VersionLabel->setText(info.version);
+}
+
+void AboutDlg::GetSUpport()
+{
+    const QString text = linkSetting(QStringLiteral("SupText"));
+    const QString link = linkSetting(QStringLiteral("SupLink"));
+    if (text.isEmpty() || link.isEmpty()) {
+        TicketLabel->hide();
+        return;
+    }
+    TicketLabel->setText(
+        QStringLiteral("<a href=\"%1\">%2</a>").arg(link.toHtmlEscaped(), text.toHtmlEscaped()));
+    TicketLabel->setFont(lucidaFont(12));
+    TicketLabel->setOpenExternalLinks(true);
+}

@@ -1,0 +1,92 @@
+#include "dialogs/preferences_dialog.h"
+
+#include <QBitmap>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QSettings>
+
+namespace
+{
+
+const QString organization = QStringLiteral("velmora");
+const QString application = QStringLiteral("ConverterPreferences");
+const QString checkKey = QStringLiteral("CheckForUpdate");
+const QString intervalKey = QStringLiteral("UpdateInterval");
+
+} // namespace
+
+PreferencesDialog::PreferencesDialog(QWidget *parent) : QDialog(parent, Qt::Sheet)
+{
+    setupUi(this);
+    connect(OkButton, &QPushButton::clicked, this, &PreferencesDialog::OnOK);
+    connect(CancelButton, &QPushButton::clicked, this, &PreferencesDialog::OnCancelButton);
+    connect(CheckUpdateButton, &QPushButton::clicked, this, &PreferencesDialog::CheckUpdate);
+    connect(CheckForUpdateCheckBox, &QCheckBox::stateChanged, this, &PreferencesDialog::OnCheckUpdateChange);
+    ByDefaultSettings();
+}
+
+void PreferencesDialog::ByDefaultSettings()
+{
+    const QSettings settings(organization, application);
+    const bool check = settings.value(checkKey, false).toBool();
+    CheckForUpdateCheckBox->setChecked(check);
+    comboBoxUpdates->setEnabled(check);
+    if (!check)
+        return;
+    const int index = comboBoxUpdates->findText(settings.value(intervalKey).toString());
+    if (index >= 0)
+        comboBoxUpdates->setCurrentIndex(index);
+}
+
+void PreferencesDialog::OnCheckUpdateChange(int state)
+{
+    comboBoxUpdates->setEnabled(state != Qt::Unchecked);
+}
+
+void PreferencesDialog::OnOK()
+{
+    QSettings settings(organization, application);
+    if (!comboBoxUpdates->currentText().isEmpty())
+        settings.setValue(intervalKey, comboBoxUpdates->currentText());
+    settings.setValue(checkKey, CheckForUpdateCheckBox->isChecked());
+    accept();
+}
+
+void PreferencesDialog::OnCancelButton()
+{
+    reject();
+}
+
+void PreferencesDialog::CheckUpdate()
+{
+    CheckUpdateButton->setEnabled(false);
+    QMessageBox::information(this, QString(),
+                             tr("No updates available. Your software has latest updates installed."));
+    CheckUpdateButton->setEnabled(true);
+    CheckUpdateButton->setFocus(); // which it lost when it was disabled
+}
+
+void PreferencesDialog::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_dragOffset = event->globalPos() - frameGeometry().topLeft();
+}
+
+void PreferencesDialog::mouseMoveEvent(QMouseEvent *event)
+{
+    if (event->buttons() & Qt::LeftButton)
+        move(event->globalPos() - m_dragOffset);
+}
+
+void PreferencesDialog::resizeEvent(QResizeEvent *)
+{
+    QBitmap shape(size());
+    shape.fill(Qt::color0);
+    QPainter painter(&shape);
+    painter.setPen(Qt::color1);
+    painter.setBrush(Qt::color1);
+    painter.drawRoundedRect(rect(), 0, 0, Qt::RelativeSize);
+    painter.end();
+    setMask(shape);
+}

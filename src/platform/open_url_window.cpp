@@ -1,0 +1,10 @@
+#include "platform/open_url.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+void openUrl(const QUrl &url)
+{
+    if (!url.isEmpty())
+        QDesktopServices::openUrl(url);
+}

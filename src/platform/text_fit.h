@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QFont>
+
+class QLabel;
+
+/// Names a font that stands in for "Lucida Grande", the face that every window here is laid out with, where the
+/// system has none. Its letters are as wide, so that the fixed places of the forms hold. Needs the application.
+void setFontFallback();
+
+/// The windows' face at a size in points.
+QFont lucidaFont(int points);
+
+/// Gives a label of a fixed form the room that its text needs with this system's fonts, if the form gives less: up
+/// and down alike, and to the right as far as its parent goes.
+void fitToText(QLabel *label);

@@ -1,0 +1,112 @@
+#include "app/main_window.h"
+
+#include "app/shared_state.h"
+#include "app/window_state.h"
+#include "dialogs/problem_text.h"
+#include "save/mail_saving.h"
+#include "save/old_bundle.h"
+#include "save/save_as_dialog.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+
+/// What differs between the two targets.
+struct SaveTarget {
+    const char *bundle; ///< name of the bundle
+    std::atomic<bool> *flag;
+    std::atomic<bool> *otherFlag;
+    void (QConverterMainWindow::*prepareFolders)();
+};
+
+void QConverterMainWindow::OnSavingFiles()
+{
+    if (workerIsBusy())
+        return;
+    if (m_pSaveAs) {
+        m_pSaveAs->hide();
+        m_pSaveAs->deleteLater();
+    }
+    m_pSaveAs = new SaveAsWindow(this);
+    const bool anyTicked = StartFldrAtrib && StartFldrAtrib->state != stateNotTicked;
+    if (anyTicked)
+        m_pSaveAs->show();
+    else
+        QMessageBox::information(this, tr("Velmora Apple Mail to Outlook 2011 Converter"),
+                                 tr("Select a folder to save."));
+}
+
+void QConverterMainWindow::OnSavingFilesforOutlook()
+{
+    saveFiles(
+        {"Main Identity.rge", &bForOutlookMail, &bForAppleMail, &QConverterMainWindow::CreateMailFolder});
+}
+
+void QConverterMainWindow::OnSavingFilesforApple()
+{
+    saveFiles({"Main Identity.mbox", &bForAppleMail, &bForOutlookMail,
+               &QConverterMainWindow::CreateMailFolderforApple});
+}
+
+void QConverterMainWindow::saveFiles(const SaveTarget &target)
+{
+    bStopFlag = false;
+    *target.flag = true;
+    *target.otherFlag = false;
+    saveDir = QFileDialog::getExistingDirectory(this, tr("Open Directory"), QDir::homePath(),
+                                                QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
+    if (saveDir.isEmpty())
+        return;
+    FileSavingPath = saveDir + QLatin1Char('/') + QLatin1String(target.bundle);
+    const QFileInfo old(FileSavingPath);
+    if (old.exists() || old.isSymLink()) {
+        const QString question = tr("\n%1 already exists at this location. Do you want to replace it?")
+                                     .arg(QLatin1String(target.bundle));
+        const int answer = QMessageBox::warning(this, tr("VelmoraMailConverter"), question,
+                                                QMessageBox::Yes | QMessageBox::No);
+        if (answer == QMessageBox::No)
+            OnSavingFiles();
+        if (answer != QMessageBox::Yes)
+            return;
+        if (!removeOldBundle(FileSavingPath)) {
+            showBox(this, QMessageBox::Warning, tr("VelmoraMailConverter"),
+                    tr("\nThe old bundle can't be removed: ") + FileSavingPath);
+            return;
+        }
+    }
+    (this->*target.prepareFolders)();
+    FileSavingIdentification = false;
+    nextItr = 0; // before the thread counts its own with it
+    beginRun();
+    pMailSaving->SetInitialSettings();
+}
+
+namespace
+{
+// A folder of the same path below the target, where the folder that it would lie in is there already.
+void makeFolders(QTreeWidget *tree, const char *from, const char *to)
+{
+    for (QTreeWidgetItemIterator item(tree); *item; ++item) {
+        QString path = (*item)->text(3);
+        if (*from)
+            path.replace(QLatin1String(from), QLatin1String(to));
+        if (!path.isEmpty())
+            QDir().mkdir(saveDir + path);
+    }
+}
+} // namespace
+
+void QConverterMainWindow::CreateMailFolder()
+{
+    bForAppleMail = false;
+    makeFolders(m_pFolderTree, "", "");
+}
+
+void QConverterMainWindow::CreateMailFolderforApple()
+{
+    bForAppleMail = true;
+    makeFolders(m_pFolderTree, ".rge", ".mbox");
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "ui_BrowseWindow.h"
+
+#include <QWidget>
+
+/// The selection dialog: mail client and place of its store. What it decides ends in m_selectedFile and in the scan
+/// thread's m_mailClientIndex. A new object is made for every selection.
+class QParseDatabase : public QWidget, private Ui_BrowseWindow
+{
+    Q_OBJECT
+
+public:
+    explicit QParseDatabase(QWidget *parent);
+
+public slots:
+    void ChangeSourceLineEdit(int index);
+    void SourceLocationOfFile();
+    void StartFormatConversion();
+    /// The user leaves without a scan.
+    void closeEvent();
+
+protected:
+    /// The window manager's close box acts as the Close button.
+    void closeEvent(QCloseEvent *event) override;
+    /// Enter presses the button with the focus or the default one, Escape leaves, as in any dialog.
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void ConnectSignals();
+    void fillDefaultLocation();
+    void showSelectedFile();
+    void OpenFileDialogForSelectMailClient();
+    void browseForFolder();
+    void browseForFile();
+};
