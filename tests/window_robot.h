@@ -40,7 +40,9 @@ public:
     {
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         setFontFallback();
+        // A program starts with these; a test that ended in the middle of a run leaves them.
         closeevent = 0;
+        IsPreview = false;
         bParseDatabaseClose = false;
         window = new QConverterMainWindow;
         pConverterWin = window;

@@ -25,8 +25,9 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
     QString displayText(const QVariant &value, const QLocale &locale) const override
     {
-        return QStyledItemDelegate::displayText(value, locale)
-            .replace(QLatin1String("\n\n"), QLatin1String("\n"));
+        // Before the toolkit makes line separators of them.
+        const QString text = value.toString().replace(QLatin1String("\n\n"), QLatin1String("\n"));
+        return QStyledItemDelegate::displayText(text, locale);
     }
 };
 
