@@ -13,6 +13,7 @@ const QString organization = QStringLiteral("velmora");
 const QString application = QStringLiteral("ConverterPreferences");
 const QString checkKey = QStringLiteral("CheckForUpdate");
 const QString intervalKey = QStringLiteral("UpdateInterval");
+constexpr qreal largestNotePoints = 11;
 
 } // namespace
 
@@ -24,6 +25,10 @@ PreferencesDialog::PreferencesDialog(QWidget *parent) : QDialog(parent, Qt::Shee
     connect(CheckUpdateButton, &QPushButton::clicked, this, &PreferencesDialog::CheckUpdate);
     connect(CheckForUpdateCheckBox, &QCheckBox::stateChanged, this, &PreferencesDialog::OnCheckUpdateChange);
     ByDefaultSettings();
+    // The longest text here; with a large desktop font it keeps the size that the dialog has room for.
+    QFont font = label_2->font();
+    font.setPointSizeF(qMin(font.pointSizeF(), largestNotePoints));
+    label_2->setFont(font);
 }
 
 void PreferencesDialog::ByDefaultSettings()
