@@ -2,6 +2,7 @@
 #include "app/shared_state.h"
 #include "save/mail_saving.h"
 #include "store_files.h"
+#include "worker_run.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -107,8 +108,7 @@ void TestFileSave::save(std::atomic<bool> *kind, bool toApple)
     setStoreKind(kind);
     bForAppleMail = toApple;
     bForOutlookMail = !toApple;
-    m_saving.SetInitialSettings();
-    QVERIFY(m_saving.wait(30000));
+    QVERIFY(runToEnd(&m_saving));
 }
 
 FileMap TestFileSave::mailboxes() const

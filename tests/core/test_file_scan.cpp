@@ -2,6 +2,7 @@
 #include "app/shared_state.h"
 #include "scan/message_saving_thread.h"
 #include "store_files.h"
+#include "worker_run.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -77,8 +78,7 @@ QStringList TestFileScan::scan(int client, const QString &selected)
     connect(&thread, &QMessageSavingThread::FinishScaning, &context, [&] { ends.append("finished"); });
     connect(&thread, &QMessageSavingThread::ProgressDailogHide, &context, [&] { ends.append("hide"); });
     connect(&thread, &QMessageSavingThread::NoDataIntoFile, &context, [&] { ends.append("nothing"); });
-    thread.SetInitialSettings();
-    thread.wait();
+    runToEnd(&thread);
     QCoreApplication::processEvents();
     return ends;
 }
@@ -235,8 +235,7 @@ void TestFileScan::stopBetweenFiles()
                 bStopFlag = true;
         },
         Qt::DirectConnection);
-    thread.SetInitialSettings();
-    thread.wait();
+    runToEnd(&thread);
     QCoreApplication::processEvents();
     QVERIFY(!ended);
     QCOMPARE(files().size(), 30); // the file at which 10 per cent are shown is not taken

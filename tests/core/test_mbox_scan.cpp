@@ -3,6 +3,7 @@
 #include "scan/mbox_tree_path.h"
 #include "scan/message_saving_thread.h"
 #include "store_files.h"
+#include "worker_run.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -69,8 +70,7 @@ void TestMboxScan::init()
 
 void TestMboxScan::scan()
 {
-    m_thread.SetInitialSettings();
-    QVERIFY(m_thread.wait(30000));
+    QVERIFY(runToEnd(&m_thread));
     QVERIFY(!bProcessRunning && !bStopFlag);
 }
 

@@ -7,6 +7,7 @@
 #include "olm_files.h"
 #include "scan/message_saving_thread.h"
 #include "store_files.h"
+#include "worker_run.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -64,8 +65,7 @@ void TestOlmBrowse::init()
 void TestOlmBrowse::scan(const QByteArray &archive)
 {
     writeFiles(m_dir->path(), {{"backup.olm", archive}});
-    m_thread.SetInitialSettings();
-    QVERIFY(m_thread.wait(30000));
+    QVERIFY(runToEnd(&m_thread));
 }
 
 void TestOlmBrowse::ends_data()
@@ -90,8 +90,7 @@ void TestOlmBrowse::ends()
     QSignalSpy hidden(&m_thread, &QMessageSavingThread::ProgressDailogHide);
     QSignalSpy folders(&m_thread, &QMessageSavingThread::MakeTreeWidget);
     if (archive.isNull()) {
-        m_thread.SetInitialSettings();
-        QVERIFY(m_thread.wait(30000));
+        QVERIFY(runToEnd(&m_thread));
     } else {
         scan(archive);
     }

@@ -9,6 +9,7 @@
 #include "save/olm_target.h"
 #include "scan/message_saving_thread.h"
 #include "store_files.h"
+#include "worker_run.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -97,8 +98,7 @@ void TestOlmSave::init()
 void TestOlmSave::scan(const QByteArray &archive)
 {
     writeFiles(m_dir->path(), {{"backup.olm", archive}});
-    m_scan.SetInitialSettings();
-    QVERIFY(m_scan.wait(30000));
+    QVERIFY(runToEnd(&m_scan));
     for (auto folder = objMapFID_PID.constBegin(); folder != objMapFID_PID.constEnd(); ++folder)
         addFolderRecord(folder.key(), folder.value());
     markFolder(llRootId, stateTicked);
@@ -107,8 +107,7 @@ void TestOlmSave::scan(const QByteArray &archive)
 void TestOlmSave::save()
 {
     bForAppleMail = true;
-    m_save.SetInitialSettings();
-    QVERIFY(m_save.wait(30000));
+    QVERIFY(runToEnd(&m_save));
 }
 
 void TestOlmSave::dates_data()

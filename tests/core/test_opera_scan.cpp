@@ -4,6 +4,7 @@
 #include "scan/message_saving_thread.h"
 #include "scan/opera_message.h"
 #include "store_files.h"
+#include "worker_run.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -52,8 +53,7 @@ QStringList TestOperaScan::scan(const QString &selected)
     QObject context;
     connect(&thread, &QMessageSavingThread::FinishScaning, &context, [&] { ends.append("finished"); });
     connect(&thread, &QMessageSavingThread::NoDataIntoFile, &context, [&] { ends.append("nothing"); });
-    thread.SetInitialSettings();
-    thread.wait();
+    runToEnd(&thread);
     QCoreApplication::processEvents();
     return ends;
 }
