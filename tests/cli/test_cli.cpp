@@ -234,7 +234,7 @@ void TestCli::stopSignal()
     QVERIFY(process.waitForStarted());
     QTRY_VERIFY_WITH_TIMEOUT(holdsOpen(process, "Large"), 30000);
     ::kill(static_cast<pid_t>(process.processId()), SIGINT);
-    QVERIFY(process.waitForFinished());
+    QVERIFY(process.waitForFinished(120000));
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 3);
     const QJsonObject scan = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
