@@ -1,3 +1,4 @@
+#include "convert_run.h"
 #include "store_files.h"
 
 #include <QJsonArray>
@@ -11,22 +12,6 @@
 
 namespace
 {
-struct Run {
-    int status;
-    QByteArray out;
-    QByteArray err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out).object(); }
-};
-
-Run convert(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(qEnvironmentVariable("VELMORA_CONVERT"), arguments);
-    process.waitForFinished();
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            process.readAllStandardOutput(), process.readAllStandardError()};
-}
-
 // True while the process has a file of that name open: it is at work on it.
 bool holdsOpen(const QProcess &process, const QString &name)
 {

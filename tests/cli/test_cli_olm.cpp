@@ -1,3 +1,4 @@
+#include "convert_run.h"
 #include "olm_files.h"
 #include "store_files.h"
 
@@ -7,25 +8,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
-
-namespace
-{
-struct Run {
-    int status;
-    QByteArray out;
-    QByteArray err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out).object(); }
-};
-
-Run convert(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(qEnvironmentVariable("VELMORA_CONVERT"), arguments);
-    process.waitForFinished();
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            process.readAllStandardOutput(), process.readAllStandardError()};
-}
-} // namespace
 
 class TestCliOlm : public QObject
 {
