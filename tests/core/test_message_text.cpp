@@ -1,3 +1,4 @@
+#include "data_table.h"
 #include "text/line_reader.h"
 #include "text/message_text.h"
 
@@ -8,6 +9,7 @@ Q_DECLARE_METATYPE(LineRule)
 
 namespace
 {
+const QByteArray mark = "\xEF\xBB\xBF"; // UTF-8's byte order mark
 const char declaration[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
 
 QByteArray convert(const QString &path, LineRule rule, size_t blockBytes)
@@ -94,11 +96,9 @@ QString TestMessageText::write(const QByteArray &bytes)
 
 void TestMessageText::messages_data()
 {
-    QTest::addColumn<LineRule>("rule");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QByteArray>("text");
-    const auto filtered = [](const char *name, const QByteArray &bytes, const QByteArray &text) {
-        QTest::newRow(name) << LineRule::Filtered << bytes << text;
+    const DataTable<LineRule, QByteArray, QByteArray> row("rule", "bytes", "text");
+    const auto filtered = [&](const char *name, const QByteArray &bytes, const QByteArray &text) {
+        row(name, LineRule::Filtered, bytes, text);
     };
     const QByteArray list = QByteArray(declaration) + "\n<plist/>\n";
     filtered("empty", "", "");
@@ -113,14 +113,8 @@ void TestMessageText::messages_data()
     filtered("From", "12\nFrom a\nfrom b\n From c\nFromage\nFrom \n",
              ">From a\nfrom b\n From c\nFromage\n>From \n");
     filtered("From at the end", "12\nA\nFrom ", "A\n>From ");
-    filtered("From behind a mark",
-             "12\n\xEF\xBB\xBF"
-             "From a\n",
-             ">From a\n");
-    filtered("From behind two marks",
-             "12\n\xEF\xBB\xBF\xEF\xBB\xBF"
-             "From a\n",
-             "?From a\n");
+    filtered("From behind a mark", "12\n" + mark + "From a\n", ">From a\n");
+    filtered("From behind two marks", "12\n" + mark + mark + "From a\n", "?From a\n");
     filtered("From with the declaration", "12\nA\nFrom " + list + "B\n", "A\n");
     filtered("From in the first line", "From a\nA: b\n", "A: b\n");
     filtered("Received-Spf", "12\nA: b\nReceived-Spf: pass\n folded\n  more\nC: d\n", "A: b\nC: d\n");
@@ -139,10 +133,7 @@ void TestMessageText::messages_data()
     filtered("Received-Spf first, then From", "Received-Spf: a\nFrom b\nFrom c\n", ">From c\n");
     filtered("Received-Spf last", "12\nA\nReceived-Spf: a\n b", "A\n");
     filtered("Received-Spf in the body", "12\n\nReceived-Spf: a\n b\nC\n", "\nC\n");
-    filtered("Received-Spf behind a mark",
-             "12\n\xEF\xBB\xBF"
-             "Received-Spf: a\n\xEF\xBB\xBF b\n\xEF\xBB\xBF"
-             "C\n",
+    filtered("Received-Spf behind a mark", "12\n" + mark + "Received-Spf: a\n" + mark + " b\n" + mark + "C\n",
              "C\n");
     filtered("CR LF", "12\r\nA: b\r\n\r\nFrom c\r\nd\r\r\ne\rf\r", "A: b\n\n>From c\nd\r\ne\rf\r");
     filtered("zero bytes", QByteArray("12\nA\0b\n\0From c\nFrom \0d\n", 23),
@@ -155,17 +146,11 @@ void TestMessageText::messages_data()
     filtered("mark at the end", "12\nA\n\xEF\xBB\xBF", "A\n");
 
     const QByteArray plain = "A: b\nFrom c\nReceived-Spf: d\n e\n" + list;
-    QTest::newRow("stay: all but the first line") << LineRule::Stay << "X: first\n" + plain << plain;
-    QTest::newRow("stay: first line whatever it is")
-        << LineRule::Stay << QByteArray(declaration) + "\nB" << QByteArray("B");
-    QTest::newRow("stay: odd bytes") << LineRule::Stay
-                                     << QByteArray("\xEF\xBB\xBF"
-                                                   "A\r\n\xEF\xBB\xBF"
-                                                   "B\xFF\r\n\r\n\xC3\xA9")
-                                     << QByteArray("B?\n\n\xE9");
-    QTest::newRow("quoted") << LineRule::FromColonQuoted
-                            << QByteArray("From : a\nFrom : b From : From : c\nfrom : \nFrom :\nFrom d\n")
-                            << QByteArray(">From : b >From : >From : c\nfrom : \nFrom :\nFrom d\n");
+    row("stay: all but the first line", LineRule::Stay, "X: first\n" + plain, plain);
+    row("stay: first line whatever it is", LineRule::Stay, QByteArray(declaration) + "\nB", "B");
+    row("stay: odd bytes", LineRule::Stay, mark + "A\r\n" + mark + "B\xFF\r\n\r\n\xC3\xA9", "B?\n\n\xE9");
+    row("quoted", LineRule::FromColonQuoted, "From : a\nFrom : b From : From : c\nfrom : \nFrom :\nFrom d\n",
+        ">From : b >From : >From : c\nfrom : \nFrom :\nFrom d\n");
 }
 
 void TestMessageText::messages()
@@ -182,22 +167,10 @@ void TestMessageText::messages()
 // Every pair of pieces that a reader treats differently meets here, in runs of all lengths.
 void TestMessageText::longMessage()
 {
-    const QByteArray pieces[] = {"From ",
-                                 "Received-Spf: x",
-                                 "\n",
-                                 "\r\n",
-                                 "\r",
-                                 " ",
-                                 "<?",
-                                 "<?xml ",
-                                 "\xC3\xA9",
-                                 "\xFF",
-                                 "\xEF\xBB\xBF",
-                                 "0123456789abcdefghi",
-                                 "R",
-                                 "F",
-                                 "\t",
-                                 QByteArray(1, '\0')};
+    const QByteArray zero(1, '\0');
+    const QByteArray pieces[] = {
+        "From ", "Received-Spf: x",     "\n", "\r\n", "\r", " ", "<?", "<?xml ", "\xC3\xA9", "\xFF",
+        mark,    "0123456789abcdefghi", "R",  "F",    "\t", zero};
     quint32 seed = 1;
     for (int round = 0; round < 30; ++round) {
         QByteArray bytes = "12\n";
@@ -218,16 +191,14 @@ void TestMessageText::longMessage()
 
 void TestMessageText::partPlaces_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<std::vector<qint64>>("places");
-    const QByteArray mark = "X-Apple-Content-Length: 9\n"; // 26 bytes
-    using Places = std::vector<qint64>;
-    QTest::newRow("none") << QByteArray("A: b\n\nX-Apple-Content-Length:9\n\n") << Places{};
-    QTest::newRow("one") << "A\n\n" + mark + "B\n\nC\n\n" << Places{32};
-    QTest::newRow("mark ends the headers") << mark + "\nC" << Places{27};
-    QTest::newRow("two") << mark + "\n" + mark + "\n\n" << Places{27, 54};
-    QTest::newRow("no empty line") << mark + "B\n" + mark + "\n" + mark << Places{-1, 55, -1};
-    QTest::newRow("twice in a line") << "X-Apple-Content-Length: " + mark + "\n" << Places{-1, 51};
+    const DataTable<QByteArray, std::vector<qint64>> row("text", "places");
+    const QByteArray header = "X-Apple-Content-Length: 9\n"; // 26 bytes
+    row("none", "A: b\n\nX-Apple-Content-Length:9\n\n", {});
+    row("one", "A\n\n" + header + "B\n\nC\n\n", {32});
+    row("header line ends the headers", header + "\nC", {27});
+    row("two", header + "\n" + header + "\n\n", {27, 54});
+    row("no empty line", header + "B\n" + header + "\n" + header, {-1, 55, -1});
+    row("twice in a line", "X-Apple-Content-Length: " + header + "\n", {-1, 51});
 }
 
 void TestMessageText::partPlaces()
@@ -239,12 +210,11 @@ void TestMessageText::partPlaces()
 
 void TestMessageText::partLines_data()
 {
-    QTest::addColumn<QByteArray>("lines");
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("plain") << QByteArray("YWJj\n\nZGVm") << QByteArray("YWJj\n\nZGVm");
-    QTest::newRow("CR LF") << QByteArray("YWJj\r\nZ\r\r\nG\rV\r") << QByteArray("YWJj\nZ\r\nG\rV\r");
-    QTest::newRow("zero bytes") << QByteArray("ab\0cd\nef\n\0\ng\0\r\nh", 17) << QByteArray("abef\ngh");
-    QTest::newRow("high bytes") << QByteArray("\xC3\xA9\xFF\n") << QByteArray("\xC3\xA9\xFF\n");
+    const DataTable<QByteArray, QByteArray> row("lines", "content");
+    row("plain", "YWJj\n\nZGVm", "YWJj\n\nZGVm");
+    row("CR LF", "YWJj\r\nZ\r\r\nG\rV\r", "YWJj\nZ\r\nG\rV\r");
+    row("zero bytes", QByteArray("ab\0cd\nef\n\0\ng\0\r\nh", 17), "abef\ngh");
+    row("high bytes", "\xC3\xA9\xFF\n", "\xC3\xA9\xFF\n");
 }
 
 void TestMessageText::partLines()
