@@ -109,30 +109,22 @@ void TestMessageText::messages_data()
     filtered("declaration in the first line", "12 " + list + "A: b\n", "");
     filtered("nearly a declaration", "12\n<?xml version=\"1.0\"?>\n<?<?x\n<?",
              "<?xml version=\"1.0\"?>\n<?<?x\n<?");
-    filtered("declaration behind a high byte", "12\nA\n\xC3\xA9\xFF" + list + "B\n", "A\n");
     filtered("From", "12\nFrom a\nfrom b\n From c\nFromage\nFrom \n",
              ">From a\nfrom b\n From c\nFromage\n>From \n");
     filtered("From at the end", "12\nA\nFrom ", "A\n>From ");
     filtered("From behind a mark", "12\n" + mark + "From a\n", ">From a\n");
     filtered("From behind two marks", "12\n" + mark + mark + "From a\n", "?From a\n");
-    filtered("From with the declaration", "12\nA\nFrom " + list + "B\n", "A\n");
-    filtered("From in the first line", "From a\nA: b\n", "A: b\n");
     filtered("Received-Spf", "12\nA: b\nReceived-Spf: pass\n folded\n  more\nC: d\n", "A: b\nC: d\n");
     filtered("Received-Spf without folds", "12\nReceived-Spf: pass\nC: d\n", "C: d\n");
     filtered("Received-Spf folded by a tab", "12\nReceived-Spf: pass\n\tfolded\n more\nC\n",
              "\tfolded\n more\nC\n");
-    filtered("Received-Spf: case matters", "12\nReceived-SPF: pass\n folded\n",
-             "Received-SPF: pass\n folded\n");
-    filtered("Received-Spf then From", "12\nReceived-Spf: a\n b\nFrom c\nFrom d\n", "From c\n>From d\n");
     filtered("Received-Spf twice", "12\nReceived-Spf: a\nReceived-Spf: b\n c\nD\n",
              "Received-Spf: b\n c\nD\n");
     filtered("Received-Spf then a declaration", "12\nReceived-Spf: a\n" + list + "B\n", list + "B\n");
     filtered("Received-Spf with a declaration", "12\nA\nReceived-Spf: " + list + "B\n", "A\n");
     filtered("Received-Spf: declaration in a fold", "12\nReceived-Spf: a\n " + list + "B\n", "<plist/>\nB\n");
     filtered("Received-Spf first", "Received-Spf: a\n b\nC\nD\n", "D\n");
-    filtered("Received-Spf first, then From", "Received-Spf: a\nFrom b\nFrom c\n", ">From c\n");
     filtered("Received-Spf last", "12\nA\nReceived-Spf: a\n b", "A\n");
-    filtered("Received-Spf in the body", "12\n\nReceived-Spf: a\n b\nC\n", "\nC\n");
     filtered("Received-Spf behind a mark", "12\n" + mark + "Received-Spf: a\n" + mark + " b\n" + mark + "C\n",
              "C\n");
     filtered("CR LF", "12\r\nA: b\r\n\r\nFrom c\r\nd\r\r\ne\rf\r", "A: b\n\n>From c\nd\r\ne\rf\r");
@@ -140,10 +132,7 @@ void TestMessageText::messages_data()
              QByteArray("A\0b\n\0From c\n>From \0d\n", 21));
     filtered("Latin-1", "12\n\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80 \xEF\xBB\xBF.\n", "\xE9 ? ?? ?.\n");
     filtered("invalid UTF-8", "12\n\xE9 \xC3\n\xE2\x82\r\nFrom \xFF\n\xC3\xA9\n", "? ?\n??\n>From ?\n\xE9\n");
-    filtered("surrogates and overlong", "12\n\xED\xA0\x80\n\xC0\xAF\n\xF4\x90\x80\x80\n", "???\n??\n????\n");
     filtered("mark as first line", "\xEF\xBB\xBF\nA\n", "A\n");
-    filtered("mark alone", "\xEF\xBB\xBF", "");
-    filtered("mark at the end", "12\nA\n\xEF\xBB\xBF", "A\n");
 
     const QByteArray plain = "A: b\nFrom c\nReceived-Spf: d\n e\n" + list;
     row("stay: all but the first line", LineRule::Stay, "X: first\n" + plain, plain);

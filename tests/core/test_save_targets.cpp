@@ -82,72 +82,65 @@ private slots:
     void files_data()
     {
         // "file": below the bundle
-        const DataTable<const TargetRule *, QString, QString, QString> row("rule", "selected", "path",
-                                                                           "file");
+        const DataTable<const TargetRule *, QString, QString, QString> table("rule", "selected", "path",
+                                                                             "file");
+        const auto rowsOf = [&table](const QByteArray &client, const TargetRule &rule) {
+            return [&table, client, &rule](const char *name, const char *selected, const char *below,
+                                           const char *file) {
+                table(client + ": " + name, &rule, selected, QString(selected) + below,
+                      QString("Mail/") + file);
+            };
+        };
 
-        const TargetRule *emlx = &emlxToOutlook;
-        row("emlx: below the store", emlx, "/u/Mail", "/u/Mail/V2/acct/INBOX.mbox/Messages/1.emlx",
-            "Mail/V2/acct/INBOX/INBOX.mbox");
-        row("emlx: nested", emlx, "/u/Mail", "/u/Mail/V2/A.mbox/B.mbox/Data/1/2/Messages/1.emlx",
-            "Mail/V2/A/B/B.mbox");
-        row("emlx: imap", emlx, "/u/Mail", "/u/Mail/X.imapmbox/Y.imapmbox/1.emlx", "Mail/X/Y/Y.mbox");
-        row("emlx: imap wins", emlx, "/u/Mail", "/u/Mail/X.imapmbox/Sub.mbox/1.emlx", "Mail/X/X.mbox");
-        row("emlx: case matters", emlx, "/u/Mail", "/u/Mail/A.mbox/B.MBOX/1.emlx", "Mail/A/A.mbox");
-        row("emlx: mailbox selected", emlx, "/u/Mail/INBOX.mbox", "/u/Mail/INBOX.mbox/Messages/1.emlx",
-            "Mail/INBOX/INBOX.mbox");
-        row("emlx: imap mailbox selected", emlx, "/u/Mail/INBOX.imapmbox",
-            "/u/Mail/INBOX.imapmbox/Messages/1.emlx", "Mail/INBOX/INBOX.mbox");
-        row("emlx: Messages selected", emlx, "/u/INBOX.mbox/Messages", "/u/INBOX.mbox/Messages/1.emlx",
-            "Mail/INBOX/INBOX.mbox");
-        row("emlx: Data selected", emlx, "/u/INBOX.mbox/Data", "/u/INBOX.mbox/Data/Messages/1.emlx",
-            "Mail/Data/INBOX/INBOX.mbox");
-        row("emlx: store's path comes again", emlx, "/a", "/a/x/a/In.mbox/1.emlx", "Mail/x/In/In.mbox");
-        row("emlx: suffix within a name", emlx, "/u", "/u/a.mbox.old.mbox/1.emlx",
-            "Mail/a.old/a.mbox.old.mbox");
-        row("emlx: name that would lead up", emlx, "/u", "/u/...mbox/...mbox/1.emlx",
-            "Mail/%2E%2E/%2E%2E/...mbox");
-        row("emlx: in no mailbox", emlx, "/u/Mail", "/u/Mail/loose/1.emlx", "Mail/loose/loose.mbox");
-        row("emlx: not below the store", emlx, "/u/Mail", "/v/In.mbox/1.emlx", "In.mbox");
+        const auto emlx = rowsOf("emlx", emlxToOutlook);
+        emlx("below the store", "/u/Mail", "/V2/acct/INBOX.mbox/Messages/1.emlx", "V2/acct/INBOX/INBOX.mbox");
+        emlx("nested", "/u/Mail", "/V2/A.mbox/B.mbox/Data/1/2/Messages/1.emlx", "V2/A/B/B.mbox");
+        emlx("imap", "/u/Mail", "/X.imapmbox/Y.imapmbox/1.emlx", "X/Y/Y.mbox");
+        emlx("imap wins", "/u/Mail", "/X.imapmbox/Sub.mbox/1.emlx", "X/X.mbox");
+        emlx("case matters", "/u/Mail", "/A.mbox/B.MBOX/1.emlx", "A/A.mbox");
+        emlx("mailbox selected", "/u/Mail/INBOX.mbox", "/Messages/1.emlx", "INBOX/INBOX.mbox");
+        emlx("imap mailbox selected", "/u/Mail/INBOX.imapmbox", "/Messages/1.emlx", "INBOX/INBOX.mbox");
+        emlx("Messages selected", "/u/INBOX.mbox/Messages", "/1.emlx", "INBOX/INBOX.mbox");
+        emlx("Data selected", "/u/INBOX.mbox/Data", "/Messages/1.emlx", "Data/INBOX/INBOX.mbox");
+        emlx("store's path comes again", "/a", "/x/a/In.mbox/1.emlx", "x/In/In.mbox");
+        emlx("suffix within a name", "/u", "/a.mbox.old.mbox/1.emlx", "a.old/a.mbox.old.mbox");
+        emlx("name that would lead up", "/u", "/...mbox/...mbox/1.emlx", "%2E%2E/%2E%2E/...mbox");
+        emlx("in no mailbox", "/u/Mail", "/loose/1.emlx", "loose/loose.mbox");
+        table("emlx: not below the store", &emlxToOutlook, "/u/Mail", "/v/In.mbox/1.emlx", "In.mbox");
 
-        const TargetRule *mailMate = &mailMateToOutlook;
-        row("MailMate: account's folder", mailMate, "/u/MM",
-            "/u/MM/Messages/IMAP/acct/INBOX.mailbox/Messages/1.eml", "Mail/acct/INBOX/INBOX.mbox");
-        row("MailMate: nested", mailMate, "/u/MM",
-            "/u/MM/Messages/IMAP/acct/INBOX.mailbox/Sub.mailbox/Messages/1.eml",
-            "Mail/acct/INBOX/Sub/Sub.mbox");
-        row("MailMate: Messages selected", mailMate, "/u/MM/Messages",
-            "/u/MM/Messages/IMAP/acct/INBOX.mailbox/Messages/1.eml", "Mail/IMAP/acct/INBOX/INBOX.mbox");
-        row("MailMate: cut before the suffix goes", mailMate, "/u/acct",
-            "/u/acct/In.mailbox/Messages/Sub.mailbox/1.eml", "Mail/sages/Sub/Sub.mbox");
-        row("MailMate: cut to nothing", mailMate, "/u", "/u/Messages.mailbox/1.eml", "Mail/Messages.mbox");
-        row("MailMate: mailbox selected", mailMate, "/u/IMAP/acct/INBOX.mailbox",
-            "/u/IMAP/acct/INBOX.mailbox/Messages/1.eml", "Mail/INBOX/INBOX.mbox");
-        row("MailMate: within a mailbox", mailMate, "/u/INBOX.mailbox/Messages",
-            "/u/INBOX.mailbox/Messages/1.eml", "Mail/Messages/INBOX/INBOX.mbox");
-        row("MailMate: inside excludes below", mailMate, "/u/INBOX", "/u/INBOX.mailbox/1.eml",
-            "Mail/INBOX/INBOX.mbox");
-        row("MailMate: mailbox wins", mailMate, "/u", "/u/a.mailbox/b.mbox/1.eml", "Mail/a/a.mbox");
+        const auto mailMate = rowsOf("MailMate", mailMateToOutlook);
+        mailMate("account's folder", "/u/MM", "/Messages/IMAP/acct/INBOX.mailbox/Messages/1.eml",
+                 "acct/INBOX/INBOX.mbox");
+        mailMate("nested", "/u/MM", "/Messages/IMAP/acct/INBOX.mailbox/Sub.mailbox/Messages/1.eml",
+                 "acct/INBOX/Sub/Sub.mbox");
+        mailMate("Messages selected", "/u/MM/Messages", "/IMAP/acct/INBOX.mailbox/Messages/1.eml",
+                 "IMAP/acct/INBOX/INBOX.mbox");
+        mailMate("cut before the suffix goes", "/u/acct", "/In.mailbox/Messages/Sub.mailbox/1.eml",
+                 "sages/Sub/Sub.mbox");
+        mailMate("cut to nothing", "/u", "/Messages.mailbox/1.eml", "Messages.mbox");
+        mailMate("mailbox selected", "/u/IMAP/acct/INBOX.mailbox", "/Messages/1.eml", "INBOX/INBOX.mbox");
+        mailMate("within a mailbox", "/u/INBOX.mailbox/Messages", "/1.eml", "Messages/INBOX/INBOX.mbox");
+        table("MailMate: inside excludes below", &mailMateToOutlook, "/u/INBOX", "/u/INBOX.mailbox/1.eml",
+              "Mail/INBOX/INBOX.mbox");
+        mailMate("mailbox wins", "/u", "/a.mailbox/b.mbox/1.eml", "a/a.mbox");
 
-        const TargetRule *mailMateToApple = &mailMateToAppleMail;
-        row("MailMate to Apple Mail", mailMateToApple, "/u/MM",
-            "/u/MM/Messages/IMAP/acct/INBOX.mailbox/Messages/1.eml", "Mail/acct/INBOX/INBOX.mbox");
-        row("MailMate to Apple Mail: mailbox selected", mailMateToApple, "/u/INBOX.mailbox",
-            "/u/INBOX.mailbox/Messages/1.eml", "Mail/Mail/INBOX/INBOX.mbox");
-        row("MailMate to Apple Mail: within a mailbox", mailMateToApple, "/u/INBOX.mailbox/Messages",
-            "/u/INBOX.mailbox/Messages/1.eml", "Mail/Mail/Messages/INBOX/INBOX.mbox");
+        const auto mailMateToApple = rowsOf("MailMate to Apple Mail", mailMateToAppleMail);
+        mailMateToApple("account's folder", "/u/MM", "/Messages/IMAP/acct/INBOX.mailbox/Messages/1.eml",
+                        "acct/INBOX/INBOX.mbox");
+        mailMateToApple("mailbox selected", "/u/INBOX.mailbox", "/Messages/1.eml", "Mail/INBOX/INBOX.mbox");
+        mailMateToApple("within a mailbox", "/u/INBOX.mailbox/Messages", "/1.eml",
+                        "Mail/Messages/INBOX/INBOX.mbox");
 
-        const TargetRule *outspring = &outspringToOutlook;
-        row("Outspring: folder", outspring, "/u/O", "/u/O/Work/1.f.eml", "Mail/Work/Work.mbox");
-        row("Outspring: suffix", outspring, "/u/O", "/u/O/Work.mbox/1.eml", "Mail/Work/Work.mbox.mbox");
-        row("Outspring: other suffixes stay", outspring, "/u/O", "/u/O/A.imapmbox/Messages/1.eml",
-            "Mail/A.imapmbox/Messages/Messages.mbox");
-        row("Outspring: in the store itself", outspring, "/u/O", "/u/O/1.eml", "Mail/O/Mail/O.mbox");
+        const auto outspring = rowsOf("Outspring", outspringToOutlook);
+        outspring("folder", "/u/O", "/Work/1.f.eml", "Work/Work.mbox");
+        outspring("suffix", "/u/O", "/Work.mbox/1.eml", "Work/Work.mbox.mbox");
+        outspring("other suffixes stay", "/u/O", "/A.imapmbox/Messages/1.eml",
+                  "A.imapmbox/Messages/Messages.mbox");
+        outspring("in the store itself", "/u/O", "/1.eml", "O/Mail/O.mbox");
 
-        const TargetRule *outspringToApple = &outspringToAppleMail;
-        row("Outspring to Apple Mail: folder", outspringToApple, "/u/O", "/u/O/a/Work/1.eml",
-            "Mail/a/Work/Work.mbox");
-        row("Outspring to Apple Mail: in the store itself", outspringToApple, "/u/O", "/u/O/1.eml",
-            "Mail/Mail/O/O.mbox");
+        const auto outspringToApple = rowsOf("Outspring to Apple Mail", outspringToAppleMail);
+        outspringToApple("folder", "/u/O", "/a/Work/1.eml", "a/Work/Work.mbox");
+        outspringToApple("in the store itself", "/u/O", "/1.eml", "Mail/O/O.mbox");
     }
 
     void files()

@@ -1,7 +1,6 @@
 #include "app/main_window.h"
 #include "app/shared_state.h"
 #include "data_table.h"
-#include "platform/open_url.h"
 #include "store_files.h"
 
 #include <QAction>
@@ -75,12 +74,6 @@ private slots:
         }
         action->trigger();
         QCOMPARE(m_opened, QList<QUrl>{QUrl(url)});
-    }
-
-    void emptyUrl()
-    {
-        openUrl(QUrl());
-        QCOMPARE(m_opened, QList<QUrl>());
     }
 
     void dialogs()

@@ -80,8 +80,7 @@ private slots:
         QFETCH(bool, stop);
         QFETCH(QString, text);
         WindowRobot robot;
-        robot.scan(store());
-        robot.tick("");
+        scanAndTick(&robot);
         WorkerGate gate = holdSave(heldFrom);
         robot.save("radioButtonforOutlook", out());
         QTRY_VERIFY(gate.isHolding() && robot.progress());
@@ -109,8 +108,7 @@ private slots:
     void saveWhileSaving()
     {
         WindowRobot robot;
-        robot.scan(store());
-        robot.tick("");
+        scanAndTick(&robot);
         WorkerGate gate = holdSave(50);
         robot.save("radioButtonforOutlook", out());
         QTRY_VERIFY(gate.isHolding());
@@ -216,8 +214,7 @@ private slots:
     {
         {
             WindowRobot robot;
-            robot.scan(store());
-            robot.tick("");
+            scanAndTick(&robot);
             WorkerGate gate = holdSave(50);
             robot.save("radioButtonforOutlook", out());
             QTRY_VERIFY(gate.isHolding());
@@ -238,8 +235,7 @@ private slots:
     {
         QFETCH(QByteArray, way);
         WindowRobot robot;
-        robot.scan(store());
-        robot.tick("");
+        scanAndTick(&robot);
         robot.click(m_pMySaveButton);
         QVERIFY(m_pSaveAs->isVisible());
         if (way == "Cancel")
@@ -306,8 +302,7 @@ private slots:
     void unreadableMailbox()
     {
         WindowRobot robot;
-        robot.scan(store());
-        robot.tick("");
+        scanAndTick(&robot);
         QVERIFY(QFile::remove(store() + "/Mail/Local Folders/Sent"));
         robot.save("radioButtonforOutlook", out());
         QTRY_VERIFY(robot.importWindow()->isVisible());
@@ -326,6 +321,11 @@ private:
         const DataTable<bool> row(answer);
         row("No", false);
         row("Yes", true);
+    }
+    void scanAndTick(WindowRobot *robot) const
+    {
+        robot->scan(store());
+        robot->tick("");
     }
     QString store() const { return m_dir->filePath("profile"); }
     QString out() const { return m_dir->filePath("out"); }
