@@ -70,29 +70,41 @@ const char *findLineStart(const char *begin, const char *end, LineStarts starts)
 #endif
 }
 
-size_t countLineFeeds(const char *begin, const char *end)
-{
-    size_t feeds = 0;
-#ifdef __SSE2__
-    constexpr int width = sizeof(__m128i);
-    const __m128i feed = _mm_set1_epi8('\n');
-    // A byte lane counts at most 255 before it is added up.
-    while (end - begin >= width) {
-        const ptrdiff_t rounds = std::min<ptrdiff_t>((end - begin) / width, 255);
-        __m128i lanes = _mm_setzero_si128();
-        for (ptrdiff_t i = 0; i < rounds; ++i, begin += width)
-            lanes = _mm_sub_epi8(
-                lanes, _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i *>(begin)), feed));
-        const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
-        feeds += static_cast<size_t>(_mm_cvtsi128_si32(sums)) +
-                 static_cast<size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
-    }
-#endif
-    return feeds + static_cast<size_t>(std::count(begin, end, '\n'));
-}
-
 namespace
 {
+#ifdef __SSE2__
+// Counts the bytes that comparisons have found, without a branch for each.
+class LaneCount
+{
+public:
+    void add(__m128i found)
+    {
+        m_lanes = _mm_sub_epi8(m_lanes, found);
+        if (++m_rounds == 255) // the most that a lane of a byte can hold
+            empty();
+    }
+    size_t total()
+    {
+        empty();
+        return m_total;
+    }
+
+private:
+    void empty()
+    {
+        const __m128i sums = _mm_sad_epu8(m_lanes, _mm_setzero_si128());
+        m_total += static_cast<size_t>(_mm_cvtsi128_si32(sums)) +
+                   static_cast<size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
+        m_lanes = _mm_setzero_si128();
+        m_rounds = 0;
+    }
+
+    __m128i m_lanes = _mm_setzero_si128();
+    int m_rounds = 0;
+    size_t m_total = 0;
+};
+#endif
+
 // Where a copy stops besides odd bytes: behind a line feed that a certain byte follows.
 struct LineStartStop {
     char lineStart;
@@ -147,12 +159,18 @@ public:
             while (m_copied.in < m_end && !mayStop())
                 *m_copied.out++ = *m_copied.in++;
         } while (m_copied.in < m_end && changeByte());
+#ifdef __SSE2__
+        m_copied.feeds += m_feeds.total();
+#endif
         return m_copied;
     }
 
 private:
     void copyVectors();
-    bool followed() const { return m_copied.in + 1 < m_end; }
+    bool followed() const
+    {
+        return m_copied.in + 1 < m_end;
+    }
     bool mayStop()
     {
         const char byte = *m_copied.in;
@@ -185,6 +203,9 @@ private:
     const char *m_end;
     Stop m_stop;
     CopiedText m_copied;
+#ifdef __SSE2__
+    LaneCount m_feeds;
+#endif
 };
 
 // Copies as far as whole vectors can be read, up to a byte that may stop the copy.
@@ -195,6 +216,7 @@ void PlainCopy<Stop>::copyVectors()
     constexpr int width = sizeof(__m128i);
     const __m128i feed = _mm_set1_epi8('\n');
     const __m128i carriageReturn = _mm_set1_epi8('\r');
+    const __m128i places = _mm_setr_epi8(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
     const char *in = m_copied.in;
     char *out = m_copied.out;
     // One byte more than a vector is read, for the byte behind a line feed in its last place.
@@ -206,17 +228,15 @@ void PlainCopy<Stop>::copyVectors()
                                              m_stop.at(here, behind, isFeed));
         _mm_storeu_si128(reinterpret_cast<__m128i *>(out), here);
         const auto stops = static_cast<unsigned>(_mm_movemask_epi8(mayStop));
-        auto feeds = static_cast<unsigned>(_mm_movemask_epi8(isFeed));
-        if (stops != 0)
-            feeds &= (stops & (~stops + 1)) - 1; // those below the lowest stop
-        for (; feeds != 0; feeds &= feeds - 1)
-            ++m_copied.feeds;
         if (stops != 0) {
             const int kept = __builtin_ctz(stops);
+            m_feeds.add(
+                _mm_and_si128(isFeed, _mm_cmplt_epi8(places, _mm_set1_epi8(static_cast<char>(kept)))));
             in += kept;
             out += kept;
             break;
         }
+        m_feeds.add(isFeed);
     }
     m_copied.in = in;
     m_copied.out = out;

@@ -17,9 +17,6 @@ inline bool isLineStart(char byte, LineStarts starts)
 /// there is none.
 const char *findLineStart(const char *begin, const char *end, LineStarts starts);
 
-/// Line feeds in [begin, end).
-size_t countLineFeeds(const char *begin, const char *end);
-
 /// How far a copy has come: the first source byte not copied, the place behind the copy, the line feeds in it.
 struct CopiedText {
     const char *in;
