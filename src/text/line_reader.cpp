@@ -1,5 +1,7 @@
 #include "text/line_reader.h"
 
+#include "platform/read_at.h"
+
 #include "text/byte_search.h"
 
 #include <QFile>
@@ -59,11 +61,8 @@ bool LineReader::readBlock()
         m_block.resize(m_blockBytes);
     else if (m_filled == m_block.size())
         m_block.resize(m_block.size() * 2);
-    ssize_t got = 0;
-    do {
-        got = ::pread(m_file, m_block.data() + m_filled, m_block.size() - m_filled,
-                      m_blockStart + static_cast<qint64>(m_filled));
-    } while (got < 0 && errno == EINTR);
+    const ssize_t got = readAt(m_file, m_block.data() + m_filled, m_block.size() - m_filled,
+                               m_blockStart + static_cast<qint64>(m_filled));
     if (got < 0)
         m_error = m_path + QStringLiteral(": ") + qt_error_string(errno);
     if (got <= 0)
