@@ -1,5 +1,4 @@
 #include "app/shared_state.h"
-#include "app/translations_window.h"
 #include "data_table.h"
 #include "dialogs/about_dialog.h"
 #include "dialogs/preferences_dialog.h"
@@ -11,7 +10,6 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <QTranslator>
 
 namespace
 {
@@ -29,23 +27,6 @@ struct Preferences : PreferencesDialog {
     QPushButton *ok = in<QPushButton>(*this, "OkButton");
     QPushButton *cancel = in<QPushButton>(*this, "CancelButton");
 };
-
-// Names each label and button of the dialog whose text is cut off.
-QStringList cutTexts(const QDialog &dialog)
-{
-    QStringList cut;
-    for (const QWidget *widget : dialog.findChildren<QWidget *>()) {
-        const auto *label = qobject_cast<const QLabel *>(widget);
-        if (!widget->isVisible() || !(label || qobject_cast<const QAbstractButton *>(widget)))
-            continue;
-        const bool wraps = label && label->wordWrap();
-        const int height = wraps ? label->heightForWidth(label->width()) : widget->sizeHint().height();
-        if (height > widget->height() || (!wraps && widget->sizeHint().width() > widget->width()))
-            cut.append(widget->objectName());
-    }
-    return cut;
-}
-
 } // namespace
 
 class TestDialogs : public QObject
@@ -60,7 +41,6 @@ private slots:
         m_settings.clear();
         m_settings.sync();
     }
-    void cleanup() { qDeleteAll(qApp->findChildren<QTranslator *>()); }
 
     void readPreferences_data()
     {
@@ -224,37 +204,6 @@ private slots:
         QCOMPARE(link->text(), text);
         QVERIFY(link->openExternalLinks());
         QCOMPARE(link->font().family(), "Lucida Grande");
-    }
-
-    void textsFit_data()
-    {
-        const DataTable<QLocale, int> row("locale", "points");
-        for (const int points : {9, 10, 11, 12}) {
-            QTest::addRow("English, %d points", points) << QLocale(QLocale::English) << points;
-            QTest::addRow("German, %d points", points) << QLocale(QLocale::German) << points;
-        }
-    }
-
-    // The dialogs have fixed sizes: their texts must fit with other fonts and in each language all the same.
-    void textsFit()
-    {
-        QFETCH(QLocale, locale);
-        QFETCH(int, points);
-        QLocale::setDefault(locale);
-        installTranslations(qApp);
-        QApplication::setFont(QFont("DejaVu Sans", points));
-        strPlistPath = qEnvironmentVariable("VELMORA_SOURCE") + "/resources/MailConverterLink.plist";
-
-        PreferencesDialog preferences;
-        AboutDlg about;
-        preferences.show();
-        about.show();
-        const bool german = locale.language() == QLocale::German;
-        QCOMPARE(in<QPushButton>(preferences, "CancelButton")->text(), german ? "Abbrechen" : "Cancel");
-        QCOMPARE(cutTexts(preferences).join(' '), QString());
-        QCOMPARE(cutTexts(about).join(' '), QString());
-        QCOMPARE(preferences.size(), QSize(462, 166));
-        QCOMPARE(about.size(), QSize(524, 295));
     }
 
 private:
