@@ -14,7 +14,6 @@ private slots:
     void text_data()
     {
         const DataTable<QByteArray, QString> row("file", "text");
-
         row("plain: the sender keeps its line feed", "From: A <a@a.example>\nSubject: Hi\n\n",
             "A <a@a.example>\n\nHi");
         row("CR LF", "Subject: Hi\r\nFrom: A\r\n\r\n", "A\n\nHi");
@@ -82,7 +81,6 @@ private slots:
     void listed_data()
     {
         const DataTable<QString, QString, bool> row("file", "folder", "isListed");
-
         row("mailbox", "/s/a.mbox/Messages/1.emlx", "/s/a.mbox", true);
         row("its own directory", "/s/a.mbox/Messages/1.emlx", "/s/a.mbox/Messages", true);
         row("a directory above", "/s/x/y/1.eml", "/s/x", false);

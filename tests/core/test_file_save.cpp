@@ -51,7 +51,6 @@ private slots:
     {
         const DataTable<std::atomic<bool> *, bool, FileMap, FileMap> row("kind", "toApple", "files",
                                                                          "bundle");
-
         row("emlx", &bEmlxFileFound, false,
             {{"V2/a/In.mbox/Messages/1.emlx", QByteArray("9\nA: b\n\nFrom c\n") + list},
              {"V2/a/In.mbox/Messages/2.partial.emlx",

@@ -189,7 +189,6 @@ private slots:
     {
         const DataTable<PlaceOf, QString, QString, QString, QString> table("placeOf", "selected", "path",
                                                                            "tree", "folder");
-
         const auto rowsOf = [&table](const QByteArray &client, PlaceOf placeOf) {
             return [&table, client, placeOf](const char *name, const char *selected, const char *path,
                                              const char *tree, const char *folder) {

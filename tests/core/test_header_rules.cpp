@@ -15,7 +15,6 @@ private slots:
     {
         const DataTable<QString, QStringList, QString, QString, QString, QString, QString> row(
             "line", "folds", "file", "mailbox", "list", "mailboxIndex", "operaIndex");
-
         const QStringList none;
         row("plain", "From: Ann <a@x>\n", none, "Ann <a@x>\n", "Ann <a@x>", "Ann <a@x>\n", "Ann <a@x>",
             "Ann <a@x>\n");
@@ -55,7 +54,6 @@ private slots:
     {
         const DataTable<QString, QStringList, QString, QString, QString, QString> row(
             "line", "folds", "file", "mailbox", "list", "operaIndex");
-
         const QStringList none;
         const auto same = [&](const char *name, const char *line, const QStringList &folds,
                               const char *subject) {
@@ -97,7 +95,6 @@ private slots:
     void recipients_data()
     {
         const DataTable<QString, QString, QString> row("line", "label", "shown");
-
         row("plain", "To: a@x\n", "To: ", "To: a@x\n");
         row("B word and address", "To: =?UTF-8?B?QW5u?= <a@x>\n", "To: ", "To: Ann <a@x>");
         row("word alone", "to: =?UTF-8?Q?A?=\n", "To: ", "To: A");
@@ -137,7 +134,6 @@ private slots:
     void date_data()
     {
         const DataTable<QString, QString, QString> row("date", "common", "withIndia");
-
         const QString afternoon = "05 Mar 2012 02:07:09 PM";
         const auto both = [&](const char *name, const QString &date, const QString &shown) {
             row(name, date, shown, shown);

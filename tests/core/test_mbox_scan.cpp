@@ -61,7 +61,6 @@ private slots:
     void treePath_data()
     {
         const DataTable<QString, QString, QString> row("file", "selected", "tree");
-
         row("bundle", "/x/Export/Inbox.mbox/mbox", "/x/Export", "Mail/Inbox.mbox/mbox");
         row("bundle is selected", "/x/Inbox.mbox/mbox", "/x/Inbox.mbox", "Mail/mbox");
         row("selection's path comes twice", "/x/a/x/b.mbox/mbox", "/x", "Mail/a/b.mbox/mbox");

@@ -64,7 +64,6 @@ private slots:
     void values_data()
     {
         const DataTable<QByteArray, QString, QByteArray> row("element", "field", "value");
-
         const QByteArray copy = "OPFMessageCopy";
         row("subject", olmElement(copy + "Subject", " a &amp;lt;b&nbsp;&lt;c&gt; &quot;\n"), "Subject",
             "a &lt;b <c&gt; &quot;");
@@ -145,7 +144,6 @@ private slots:
     {
         const DataTable<QString, QByteArray, QByteArray, QByteArray> row("kind", "items", "addresses",
                                                                          "names");
-
         const QByteArray ann = olmAddress("ann@x", "Ann");
         const QByteArray bob = olmAddress("bob@x", "Bob");
         const QByteArray nameless = olmAddress("carla@x");
@@ -232,7 +230,6 @@ private slots:
     {
         // "lists": ids, types, names, URLs; empty: none
         const DataTable<QByteArray, QStringList, QByteArrayList> row("items", "pending", "lists");
-
         const QByteArray two =
             olmAttachmentItem("a.txt", "u/a") + olmAttachmentItem("b.png", "u/b", "image/png", "b@x");
         row("two", two, {"u/a", "u/b"}, {"no;b@x;", "text/plain;image/png;", "a.txt;b.png;", "u/a;u/b;"});

@@ -213,7 +213,6 @@ private slots:
     void html_data()
     {
         const DataTable<QByteArray, QByteArray> row("body", "html");
-
         row("plain", "a\nb\r\nc", "<html>a b  c</html>");
         row("a document", "&lt;HTML&gt;\n&lt;/Html&gt;\r\n", "<HTML>\n</Html>\r\n");
         row("tags in any order", "</html> <html x\n", "</html> <html x\n");
@@ -357,7 +356,6 @@ private slots:
     {
         // "file": below the bundle's "Mail"
         const DataTable<QString, QString> row("folder", "file");
-
         row("one", "Inbox", "Inbox/Inbox.mbox");
         row("deep", "Inbox/Work", "Inbox/Work/Work.mbox");
         row("none", "", "Folder1/Folder1.mbox");

@@ -67,7 +67,6 @@ private slots:
     void entries_data()
     {
         const DataTable<QByteArray, QStringList> row("archive", "told");
-
         const auto found = [](int at, const QByteArray &text = element) {
             return QString("messages [%1] in [] to %2").arg(QString(text)).arg(at + text.size());
         };
@@ -144,7 +143,6 @@ private slots:
     void folders_data()
     {
         const DataTable<QString, QString> row("entry", "folder");
-
         row("local", "Local/box/Inbox/m", "Inbox");
         row("local, deep", "Local/box/Inbox/A/B/m", "Inbox/A/B");
         row("account", "Accounts/kind/name/Inbox/A/m", "Inbox/A");

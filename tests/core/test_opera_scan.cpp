@@ -16,7 +16,6 @@ private slots:
     {
         // "folder": "-": none
         const DataTable<QByteArray, QString, QString> row("file", "folder", "label");
-
         row("none", "From: a\n", "-", "Mails");
         row("folder and number", "X-Opera-Location: a/b/c:17\n", "a/b/c", "c");
         row("no colon: the label is all of it", "X-Opera-Location: a/b\n", "a/b", "a/b");
@@ -49,7 +48,6 @@ private slots:
     void headers_data()
     {
         const DataTable<QByteArray, QString, QString> row("file", "sender", "subject");
-
         row("plain ones keep their line feed", "From x Mon\nFrom: a\nSubject: b\n", "a\n", "b\n");
         row("CR LF", "Subject: b\r\nFrom: a\r\n", "a\n", "b\n");
         row("decoded", "From: =?UTF-8?Q?J=C3=B6rg?= <j@j.example>\nSubject: =?UTF-8?B?w7w=?=\n",

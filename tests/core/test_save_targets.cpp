@@ -159,7 +159,6 @@ private slots:
     void operaLocation_data()
     {
         const DataTable<QByteArray, QString> row("text", "location");
-
         row("none", "From: a\n\nX-Opera-location: b\n", QString());
         row("one", "From: a\nX-Opera-Location:  INBOX \r\n\nbody\n", "INBOX");
         row("last wins", "X-Opera-Location: a\n\nX-Opera-Location: b/c\n", "b/c");
