@@ -210,6 +210,8 @@ private slots:
             {record(0, 59, "from: a", "SUBJECT: b\n")});
         row("first one counts", separator + "From: a\nFrom: b\nSubject: c\nSubject: d\n",
             {record(0, 72, "a", "c\n")});
+        row("first subject counts, before a sender too",
+            separator + "Subject: c\nSubject: d\nFrom: a\nFrom: b\n", {record(0, 72, "a", "c\n")});
         row("folded sender and subject", separator + "From: a\n <b@c>\nSubject: d\n\te\nTo: f\n",
             {record(0, 34 + 15 + 14 + 6, "a", "d\n\te\n")});
         row("sender on the fold", separator + "From:\n a@b\nx\n", {record(0, 47, "From:", "")});
