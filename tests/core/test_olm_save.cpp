@@ -350,6 +350,10 @@ private slots:
         const QByteArray written = composed(record, "0123456789");
         QCOMPARE(written.count("base64\nContent-ID"), 4);
         QVERIFY(written.size() < 2000);
+        // Two that lie in the archive and together are longer than it.
+        const QByteArray both = composed(recordWithAttachments("1;2;", "0;0;", "8;3;"), "0123456789");
+        QVERIFY(both.contains(QByteArray("01234567").toBase64() + '\n'));
+        QVERIFY(!both.contains(QByteArray("012").toBase64() + '\n'));
     }
 
     void targets_data()
