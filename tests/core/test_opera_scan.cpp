@@ -233,7 +233,7 @@ private:
     {
         writeFiles(m_dir.path(), {{"m.mbs", file}});
         QString error;
-        return readOperaMessage(m_dir.filePath("m.mbs"), &error)
+        return readOperaMessage(m_dir.filePath("m.mbs"), OperaFields::All, &error)
             .value_or(OperaMessage{{}, "unreadable", {}, {}});
     }
 
