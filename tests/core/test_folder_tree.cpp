@@ -29,6 +29,7 @@ private slots:
         row("imap", "INBOX.imapmbox", "INBOX");
         row("every one goes", "a.mboxb.mbox", "ab");
         row("only the first kind", "a.mbox.mailbox", "a.mbox");
+        row("imap before the plain one", "a.mbox.imapmbox", "a.mbox");
         row("case counts", "A.MBOX", "A.MBOX");
     }
 
