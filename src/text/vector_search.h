@@ -1,10 +1,11 @@
 #pragma once
 
-#include <QtEndian>
-
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 // Searches that look at sixteen bytes at a time. A test is a lambda that takes `auto` and is written with comparisons,
 // `&` and `|` alone: it is called with one byte as well as with a vector of them.
@@ -20,28 +21,34 @@ inline ByteVector vectorAt(const char *bytes)
     return vector;
 }
 
+/// A bit for each of the bytes, set where a comparison holds; the first byte has the lowest bit.
+template <typename Mask>
+unsigned hitBits(const Mask &mask)
+{
+#ifdef __SSE2__
+    return static_cast<unsigned>(_mm_movemask_epi8(reinterpret_cast<__m128i>(mask)));
+#else
+    unsigned bits = 0;
+    for (ptrdiff_t i = 0; i < vectorBytes; ++i)
+        bits |= static_cast<unsigned>(mask[i] & 1) << i;
+    return bits;
+#endif
+}
+
 /// The first of the bytes that a comparison holds for; vectorBytes if there is none.
 template <typename Mask>
 ptrdiff_t firstHit(const Mask &mask)
 {
-    uint64_t halves[2];
-    static_assert(sizeof(halves) == sizeof(mask));
-    std::memcpy(halves, &mask, sizeof(mask));
-    if (halves[0] != 0)
-        return __builtin_ctzll(qFromLittleEndian(halves[0])) / 8;
-    return halves[1] != 0 ? vectorBytes / 2 + __builtin_ctzll(qFromLittleEndian(halves[1])) / 8 : vectorBytes;
+    const unsigned bits = hitBits(mask);
+    return bits != 0 ? __builtin_ctz(bits) : vectorBytes;
 }
 
 /// The last of the bytes that a comparison holds for; -1 if there is none.
 template <typename Mask>
 ptrdiff_t lastHit(const Mask &mask)
 {
-    uint64_t halves[2];
-    static_assert(sizeof(halves) == sizeof(mask));
-    std::memcpy(halves, &mask, sizeof(mask));
-    if (halves[1] != 0)
-        return vectorBytes - 1 - __builtin_clzll(qFromLittleEndian(halves[1])) / 8;
-    return halves[0] != 0 ? vectorBytes / 2 - 1 - __builtin_clzll(qFromLittleEndian(halves[0])) / 8 : -1;
+    const unsigned bits = hitBits(mask);
+    return bits != 0 ? 31 - __builtin_clz(bits) : -1;
 }
 
 /// The first byte in [begin, end) for which test(byte) holds, else `end`.
