@@ -170,6 +170,10 @@
 <context>
     <name>QConverterMainWindow</name>
     <message>
+        <source>Only the beginning of this long message is shown. All of it is saved.</source>
+        <translation>Von dieser langen Nachricht ist nur der Anfang zu sehen. Gespeichert wird sie ganz.</translation>
+    </message>
+    <message>
         <source>Stop</source>
         <translation>Stopp</translation>
     </message>

@@ -12,6 +12,18 @@
 
 namespace
 {
+// The web view lays out some four million characters a second, and nothing else can be done meanwhile.
+constexpr int shownCharacters = 512 * 1024;
+
+QString shownPart(const QString &html)
+{
+    if (html.size() <= shownCharacters)
+        return html;
+    return html.left(shownCharacters) + QStringLiteral("<hr><p><i>") +
+           QConverterMainWindow::tr("Only the beginning of this long message is shown. All of it is saved.") +
+           QStringLiteral("</i></p>");
+}
+
 // As QTextEdit::append, but foreign text is never taken as markup.
 void appendPlain(QTextBrowser *pane, const HeaderLine &line)
 {
@@ -76,7 +88,7 @@ void QConverterMainWindow::showPreview(const PreviewText &preview)
         return;
     // Shown before it is filled: the other way round a text is laid out twice, which a long one makes felt.
     m_pWebView->show();
-    m_pWebView->setHtml(*preview.html, QUrl());
+    m_pWebView->setHtml(shownPart(*preview.html), QUrl());
 }
 
 void QConverterMainWindow::clearPreview()

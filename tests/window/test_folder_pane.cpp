@@ -4,6 +4,9 @@
 #include <QHeaderView>
 #include <QStyledItemDelegate>
 #include <QTemporaryDir>
+#include <QWebFrame>
+#include <QWebPage>
+#include <QWebView>
 
 namespace
 {
@@ -139,6 +142,21 @@ private slots:
         QCOMPARE(robot.folder("")->checkState(0), Qt::PartiallyChecked);
         robot.clickFolder("Mail/Big/Rows");
         QCOMPARE(robot.statusCount(), QString("20000"));
+    }
+
+    // Laying out all of such a text would keep the window from answering for most of a minute.
+    void longTextIsCut()
+    {
+        const QByteArray mail =
+            "From a\nFrom: a\nSubject: long\nContent-Type: text/plain; charset=utf-8\n\n" +
+            QByteArray("a line of a long message\n").repeated(1000000) + "the end\n";
+        writeFiles(m_dir->path(), {{"Mail/One/A", mail}});
+        WindowRobot robot;
+        robot.scan(m_dir->path());
+        robot.clickFolder("Mail/One/A");
+        const QString shown = robot.window->findChild<QWebView *>()->page()->mainFrame()->toPlainText();
+        QVERIFY2(shown.size() > 500000 && shown.size() < 600000, QByteArray::number(shown.size()));
+        QVERIFY(shown.endsWith("Only the beginning of this long message is shown. All of it is saved."));
     }
 
     // While a long list fills, the window answers, and yet nothing else can be begun. A file that goes meanwhile is
