@@ -13,7 +13,7 @@
 namespace
 {
 // The web view lays out some four million characters a second, and nothing else can be done meanwhile.
-constexpr int shownCharacters = 512 * 1024;
+constexpr int shownCharacters = 256 * 1024;
 
 QString shownPart(const QString &html)
 {
