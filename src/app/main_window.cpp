@@ -105,6 +105,7 @@ void QConverterMainWindow::createStatusBar()
     m_pStatusStopButton = new QPushButton(this);
     m_pStatusStopButton->setMaximumSize(14, 14);
     m_pStatusStopButton->setToolTip(tr("Stop"));
+    m_pStatusStopButton->setAccessibleName(tr("Stop"));
     m_pStatusStopButton->setStyleSheet(QStringLiteral(
         "QPushButton{min-height: 10px;min-width: 10px; border-image: url(:/images/img_Stop.png)}"
         "QPushButton:hover { border-image: url(:/images/img_StopClick.png)}"

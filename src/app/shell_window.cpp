@@ -134,7 +134,7 @@ void QConverterMainWindow::CreateToolBar()
     QToolBar *bar = newToolBar(this, tr("Open & Save File"));
     bar->setToolButtonStyle(Qt::ToolButtonIconOnly);
     // The captions have fixed places; these margins put each button above its own.
-    bar->layout()->setContentsMargins(3, 0, 3, 0);
+    bar->layout()->setContentsMargins(7, 0, 3, 0);
     bar->layout()->setSpacing(5);
     addGap(bar, 2, 50);
     bar->addWidget(m_pMyOpenButton);
