@@ -1,12 +1,12 @@
 #include "save/mailbox_copy.h"
 
+#include "platform/read_at.h"
 #include "text/byte_search.h"
 #include "text/latin1_line.h"
 
 #include <QFile>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 
 #include <fcntl.h>
@@ -33,20 +33,12 @@ std::string_view withoutMark(std::string_view line)
 }
 
 // The place behind the n-th line feed of a text that has that many.
-const char *behindLineFeed(const char *begin, const char *end, size_t n)
+template <typename Char>
+Char *behindLineFeed(Char *begin, Char *end, size_t n)
 {
     for (; n > 0; --n)
-        begin = static_cast<const char *>(std::memchr(begin, '\n', static_cast<size_t>(end - begin))) + 1;
+        begin = static_cast<Char *>(std::memchr(begin, '\n', static_cast<size_t>(end - begin))) + 1;
     return begin;
-}
-
-ssize_t readAt(int file, char *to, size_t bytes, qint64 position)
-{
-    ssize_t got = 0;
-    do {
-        got = ::pread(file, to, bytes, position);
-    } while (got < 0 && errno == EINTR);
-    return got;
 }
 } // namespace
 
@@ -72,9 +64,6 @@ void MailboxCopy::copyTo(MailboxFile *target, const std::function<bool(qint64, q
 {
     m_target = target;
     m_block.resize(m_blockBytes);
-    // A line that gets a ">" has at least six bytes, a chunk's line feed stands behind many lines, and a vector is
-    // stored whole.
-    m_out.resize(m_blockBytes + m_blockBytes / 4 + 64);
     startGroup();
     bool stopped = false;
     while (!stopped && readBlock()) {
@@ -86,11 +75,16 @@ void MailboxCopy::copyTo(MailboxFile *target, const std::function<bool(qint64, q
         m_filled -= length;
         std::copy_n(m_block.data() + length, m_filled, m_block.data());
     }
-    if (stopped)
+    reserve(0);
+    if (stopped) {
         takeBackGroup();
-    else if (m_midLine)
-        countLines(1);
-    m_target->append({m_out.data(), m_outSize});
+    } else {
+        if (m_midLine)
+            countLines(1);
+        endGroup(false);
+    }
+    m_target->take(m_outSize);
+    m_outSize = 0;
     m_target->append('\n'); // the last chunk goes out even where it is empty
 }
 
@@ -127,17 +121,27 @@ size_t MailboxCopy::segmentLength() const
     return length;
 }
 
+// Room in the target for what so many bytes can become: a line that gets a ">" has at least six bytes, a chunk's line
+// feed stands behind many lines, and a vector is stored whole.
+void MailboxCopy::reserve(size_t bytes)
+{
+    m_roomBytes = bytes + bytes / 4 + 64;
+    m_out = m_target->room(m_roomBytes);
+}
+
 void MailboxCopy::copySegment(std::string_view segment)
 {
+    reserve(segment.size());
     size_t at = 0;
     while (at < segment.size()) {
         if (startsLine(segment, at))
             repairLine(segment, at);
-        const bool odd = segment[at] < 0 || segment[at] == '\r';
-        at = odd ? copyOddByte(segment, at) : copyRun(segment, at);
+        const bool mark = segment[at] == byteOrderMark[0] && startsLine(segment, at);
+        const size_t run = mark ? 0 : copyRun(segment, at);
+        at = run > 0 ? at + run : copyOddByte(segment, at);
     }
     rememberLastLine(segment);
-    m_target->append({m_out.data(), m_outSize});
+    m_target->take(m_outSize);
     m_outSize = 0;
 }
 
@@ -160,34 +164,30 @@ void MailboxCopy::repairLine(std::string_view segment, size_t at)
     }
 }
 
-// Copies what can go as it is; gives the place of a byte that can't, of a line that may need repair, or of the
-// chunk's end.
+// Copies up to a byte that needs a second look, a line that may need repair, or the chunk's end. Gives the bytes
+// taken.
 size_t MailboxCopy::copyRun(std::string_view segment, size_t at)
 {
     const char *begin = segment.data() + at;
-    const char *end = segment.data() + segment.size();
-    size_t feeds = 0;
-    const char *stop = copyPlainBytes(begin, end, m_out.data() + m_outSize, m_inText ? 'F' : 'C', &feeds);
+    char *out = m_out + m_outSize;
+    CopiedText copied = copyPlainText(begin, segment.data() + segment.size(), out, m_inText ? 'F' : 'C');
     const auto limit = static_cast<size_t>(m_firstLineEnd < 0 ? 1 : m_chunkLeft);
-    if (feeds >= limit) {
-        stop = behindLineFeed(begin, stop, limit);
-        feeds = limit;
-    }
-    const auto length = static_cast<size_t>(stop - begin);
-    m_outSize += length;
-    m_position += static_cast<qint64>(length);
-    countLines(static_cast<qint64>(feeds));
-    return at + length;
+    if (copied.feeds >= limit)
+        copied = {behindLineFeed(begin, copied.in, limit), behindLineFeed(out, copied.out, limit), limit};
+    const auto taken = static_cast<size_t>(copied.in - begin);
+    m_outSize += static_cast<size_t>(copied.out - out);
+    m_position += static_cast<qint64>(taken);
+    countLines(static_cast<qint64>(copied.feeds));
+    return taken;
 }
 
-// Copies a character above U+007F as Latin-1, or a CR unless a line feed follows it.
+// Copies a character that takes a second look: one above U+007F as Latin-1, a CR that no line feed follows.
 size_t MailboxCopy::copyOddByte(std::string_view segment, size_t at)
 {
     const std::string_view rest = segment.substr(at);
     size_t taken = 1;
     if (rest[0] == '\r') {
-        if (!startsWith(rest, "\r\n"))
-            put('\r');
+        put('\r');
     } else if (startsWith(rest, byteOrderMark) && startsLine(segment, at)) {
         taken = byteOrderMark.size();
     } else {
@@ -262,40 +262,51 @@ void MailboxCopy::countLines(qint64 lines)
     m_chunkLeft -= lines;
     if (m_chunkLeft > 0)
         return;
-    put('\n');
-    if (m_wholeGroup)
+    m_chunkLeft = chunkLimit;
+    m_groupLines += chunkLimit;
+    if (m_groupLines == chunkLimit)
+        m_guessedWhole = guessWhole();
+    if (m_groupLines == readLimit) {
+        endGroup(true);
+        put('\n');
         startGroup();
-    else
-        m_chunkLeft = chunkLimit;
+        return;
+    }
+    m_chunkEnds.push_back(targetSize());
+    if (!m_guessedWhole)
+        put('\n');
 }
 
 void MailboxCopy::startGroup()
 {
     m_groupStart = targetSize();
+    m_groupPosition = m_position;
+    m_groupLines = 0;
+    m_chunkLeft = chunkLimit;
+    m_chunkEnds.clear();
     m_firstLineEnd = -1;
-    m_wholeGroup = groupIsWhole();
-    m_chunkLeft = m_wholeGroup ? readLimit : chunkLimit;
 }
 
-// Whether at least readLimit lines are left. Only then one line feed stands behind all of them, so it has to be known
-// before the first of them is written.
-bool MailboxCopy::groupIsWhole() const
+// Whether the list will reach readLimit, if the lines to come are as long as those of its first chunk.
+bool MailboxCopy::guessWhole() const
 {
-    qint64 position = m_position;
-    if (m_size - position < readLimit)
-        return false;
-    std::vector<char> block(m_blockBytes);
-    qint64 lines = 0;
-    bool midLine = false;
-    while (lines < readLimit) {
-        const ssize_t got = readAt(m_file, block.data(), block.size(), position);
-        if (got <= 0)
-            break;
-        lines += static_cast<qint64>(countLineFeeds(block.data(), block.data() + got));
-        midLine = block[static_cast<size_t>(got) - 1] != '\n';
-        position += got;
-    }
-    return lines + (midLine ? 1 : 0) >= readLimit;
+    const auto chunkBytes = static_cast<double>(m_position - m_groupPosition);
+    const auto chunksLeft = static_cast<double>(readLimit / chunkLimit - 1);
+    return static_cast<double>(m_size - m_position) >= chunksLeft * chunkBytes;
+}
+
+// Mends the line feeds behind the list's chunks where the guess was wrong.
+void MailboxCopy::endGroup(bool whole)
+{
+    if (whole == m_guessedWhole || m_chunkEnds.empty())
+        return;
+    m_target->take(m_outSize);
+    m_outSize = 0;
+    if (whole)
+        m_target->removeBytes(m_chunkEnds);
+    else
+        m_target->insertLineFeeds(m_chunkEnds);
+    m_out = m_target->room(m_roomBytes);
 }
 
 void MailboxCopy::takeBackGroup()

@@ -49,9 +49,11 @@ private:
     void rememberLastLine(std::string_view segment);
     void countLines(qint64 lines);
     void startGroup();
-    bool groupIsWhole() const;
+    void endGroup(bool whole);
+    bool guessWhole() const;
     void takeBackGroup();
 
+    void reserve(size_t bytes);
     void put(char byte) { m_out[m_outSize++] = byte; }
     qint64 targetSize() const;
 
@@ -63,16 +65,22 @@ private:
     size_t m_blockBytes = 256 * 1024;
     std::vector<char> m_block;
     size_t m_filled = 0;
-    std::vector<char> m_out; ///< what the segment has become so far
+    char *m_out = nullptr; ///< what the segment has become so far
     size_t m_outSize = 0;
+    size_t m_roomBytes = 0;
 
     bool m_inText = false;     ///< a text part has started, so that "From " lines are suspect
     bool m_midLine = false;    ///< the next segment goes on within a line
     bool m_lineDashes = false; ///< that line starts with "--"
     bool m_closed = false;     ///< the last whole line closes a message
 
-    qint64 m_chunkLeft = 0;     ///< lines until the chunk's line feed
-    bool m_wholeGroup = false;  ///< the gathered list reaches readLimit
-    qint64 m_groupStart = 0;    ///< target size where the list starts
-    qint64 m_firstLineEnd = -1; ///< target size behind the list's first line; -1 while it has none
+    // A line feed stands behind each chunk of chunkLimit lines, but only one behind all of a list that reaches
+    // readLimit. Which it will be is guessed at its first chunk's end, and mended at its own end.
+    qint64 m_chunkLeft = 0;  ///< lines until the chunk ends
+    qint64 m_groupLines = 0; ///< lines of the list's chunks that have ended
+    bool m_guessedWhole = false;
+    std::vector<qint64> m_chunkEnds; ///< the list's chunk ends in the target
+    qint64 m_groupPosition = 0;      ///< where the list starts in the source
+    qint64 m_groupStart = 0;         ///< target size where the list starts
+    qint64 m_firstLineEnd = -1;      ///< target size behind the list's first line; -1 while it has none
 };

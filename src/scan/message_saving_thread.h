@@ -28,7 +28,8 @@ public:
 
     int m_mailClientIndex = 0; ///< client index (storeKinds); picks the reader
 
-    bool m_indexMessages = true; ///< false: a scan for a save alone makes no records of mbox messages
+    bool m_indexMessages =
+        true; ///< false: a scan for a save alone makes no records of mbox and Opera messages
 
     // Readers; see storeKinds for who calls which.
     void PostBoxFileSearch();

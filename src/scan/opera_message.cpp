@@ -85,7 +85,7 @@ QString operaLabelOf(const QString &location)
     return folders.value(folders.size() - 1);
 }
 
-std::optional<OperaMessage> readOperaMessage(const QString &path, QString *error)
+std::optional<OperaMessage> readOperaMessage(const QString &path, OperaFields fields, QString *error)
 {
     LineReader reader(LineReader::Mode::Text);
     reader.setBlockBytes(blockBytes);
@@ -95,7 +95,8 @@ std::optional<OperaMessage> readOperaMessage(const QString &path, QString *error
     }
     OperaMessage message;
     OperaHeaders headers;
-    headers.read(&reader, &message);
+    if (fields == OperaFields::All)
+        headers.read(&reader, &message);
     reader.seek(0);
     readLocations(&reader, headers, &message);
     return message;

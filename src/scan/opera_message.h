@@ -19,6 +19,9 @@ QString operaFolderOf(const QString &location);
 /// has no ":". Empty pieces don't count.
 QString operaLabelOf(const QString &location);
 
+/// All of a message, or only the folder that it lies in.
+enum class OperaFields { All, Folder };
+
 /// Reads a message file, sender and subject from its body too where the headers have none. Nothing if it can't be
 /// opened; `error` then tells path and reason.
-std::optional<OperaMessage> readOperaMessage(const QString &path, QString *error);
+std::optional<OperaMessage> readOperaMessage(const QString &path, OperaFields fields, QString *error);

@@ -44,7 +44,7 @@ FileStep OperaScan::take(const QString &path)
 {
     const QString account = m_accounts->nameOf(operaAccountOf(path));
     QString error;
-    const std::optional<OperaMessage> message = readOperaMessage(path, &error);
+    const std::optional<OperaMessage> message = readOperaMessage(path, m_fields, &error);
     if (!message) {
         reportUnreadable(path, error);
         return FileStep::Unreadable;
@@ -55,7 +55,8 @@ FileStep OperaScan::take(const QString &path)
     const QString tree =
         QStringLiteral("Mail") + (QLatin1Char('/') + account + QLatin1Char('/') + folder).trimmed();
     m_trees.enter(tree, [&] { treeCreatorOperaMail(tree, path); });
-    recordMessage(path, *message);
+    if (m_fields == OperaFields::All)
+        recordMessage(path, *message);
     listOfPathOfOnlyForTree.append(path.trimmed());
     appendMailItem(path, llParentIdRunning);
     ++noOfConvertedMessage;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scan/file_store_scan.h"
+#include "scan/opera_message.h"
 #include "text/opera_accounts.h"
 
 /// The scan of an Opera Mail store: a folder, a message record and a file record for each .mbs file. Folders come
@@ -8,6 +9,8 @@
 class OperaScan
 {
 public:
+    /// Without all fields of the messages no message records are made.
+    explicit OperaScan(OperaFields fields) : m_fields(fields) {}
     /// Searches the selected folder; false if that fails.
     bool find();
     /// The message files found, in the order of the search.
@@ -16,6 +19,7 @@ public:
     FileStep take(const QString &path);
 
 private:
+    OperaFields m_fields;
     std::optional<OperaAccounts> m_accounts;
     TreePaths m_trees;
 };

@@ -6,7 +6,7 @@ void QMessageSavingThread::FileSearchForMbs()
 {
     if (!beginFiles())
         return;
-    OperaScan scan;
+    OperaScan scan(m_indexMessages ? OperaFields::All : OperaFields::Folder);
     if (scan.find())
         takeFiles(scan.paths(), [&](const QString &path) { return scan.take(path); });
 }

@@ -70,29 +70,41 @@ const char *findLineStart(const char *begin, const char *end, LineStarts starts)
 #endif
 }
 
-size_t countLineFeeds(const char *begin, const char *end)
-{
-    size_t feeds = 0;
-#ifdef __SSE2__
-    constexpr int width = sizeof(__m128i);
-    const __m128i feed = _mm_set1_epi8('\n');
-    // A byte lane counts at most 255 before it is added up.
-    while (end - begin >= width) {
-        const ptrdiff_t rounds = std::min<ptrdiff_t>((end - begin) / width, 255);
-        __m128i lanes = _mm_setzero_si128();
-        for (ptrdiff_t i = 0; i < rounds; ++i, begin += width)
-            lanes = _mm_sub_epi8(
-                lanes, _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i *>(begin)), feed));
-        const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
-        feeds += static_cast<size_t>(_mm_cvtsi128_si32(sums)) +
-                 static_cast<size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
-    }
-#endif
-    return feeds + static_cast<size_t>(std::count(begin, end, '\n'));
-}
-
 namespace
 {
+#ifdef __SSE2__
+// Counts the bytes that comparisons have found, without a branch for each.
+class LaneCount
+{
+public:
+    void add(__m128i found)
+    {
+        m_lanes = _mm_sub_epi8(m_lanes, found);
+        if (++m_rounds == 255) // the most that a lane of a byte can hold
+            empty();
+    }
+    size_t total()
+    {
+        empty();
+        return m_total;
+    }
+
+private:
+    void empty()
+    {
+        const __m128i sums = _mm_sad_epu8(m_lanes, _mm_setzero_si128());
+        m_total += static_cast<size_t>(_mm_cvtsi128_si32(sums)) +
+                   static_cast<size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
+        m_lanes = _mm_setzero_si128();
+        m_rounds = 0;
+    }
+
+    __m128i m_lanes = _mm_setzero_si128();
+    int m_rounds = 0;
+    size_t m_total = 0;
+};
+#endif
+
 // Where a copy stops besides odd bytes: behind a line feed that a certain byte follows.
 struct LineStartStop {
     char lineStart;
@@ -125,59 +137,119 @@ struct FilterStop {
 #endif
 };
 
+// The two bytes of a character from U+0080 to U+00FF in UTF-8 (RFC 3629).
+bool isLatin1Pair(const char *byte)
+{
+    return (byte[0] & 0xFE) == 0xC2 && (byte[1] & 0xC0) == 0x80;
+}
+
 template <typename Stop>
-const char *copyBytes(const char *begin, const char *end, char *out, const Stop &stop, size_t *feeds)
+class PlainCopy
+{
+public:
+    PlainCopy(const char *begin, const char *end, char *out, Stop stop)
+        : m_end(end), m_stop(stop), m_copied{begin, out, 0}
+    {
+    }
+
+    CopiedText run()
+    {
+        do {
+            copyVectors();
+            while (m_copied.in < m_end && !mayStop())
+                *m_copied.out++ = *m_copied.in++;
+        } while (m_copied.in < m_end && changeByte());
+#ifdef __SSE2__
+        m_copied.feeds += m_feeds.total();
+#endif
+        return m_copied;
+    }
+
+private:
+    void copyVectors();
+    bool followed() const
+    {
+        return m_copied.in + 1 < m_end;
+    }
+    bool mayStop()
+    {
+        const char byte = *m_copied.in;
+        if (byte < 0 || byte == '\r' || (followed() && m_stop.at(m_copied.in)))
+            return true;
+        m_copied.feeds += byte == '\n' ? 1 : 0;
+        return false;
+    }
+    // Deals with the byte that may stop the copy; false if it does.
+    bool changeByte()
+    {
+        const char *in = m_copied.in;
+        if (*in == '\n') {
+            *m_copied.out++ = *m_copied.in++;
+            ++m_copied.feeds;
+            return false;
+        }
+        if (followed() && in[0] == '\r' && in[1] == '\n') {
+            ++m_copied.in;
+            return true;
+        }
+        if (followed() && isLatin1Pair(in)) {
+            *m_copied.out++ = static_cast<char>((in[0] << 6) | (in[1] & 0x3F));
+            m_copied.in += 2;
+            return true;
+        }
+        return false;
+    }
+
+    const char *m_end;
+    Stop m_stop;
+    CopiedText m_copied;
+#ifdef __SSE2__
+    LaneCount m_feeds;
+#endif
+};
+
+// Copies as far as whole vectors can be read, up to a byte that may stop the copy.
+template <typename Stop>
+void PlainCopy<Stop>::copyVectors()
 {
 #ifdef __SSE2__
     constexpr int width = sizeof(__m128i);
     const __m128i feed = _mm_set1_epi8('\n');
     const __m128i carriageReturn = _mm_set1_epi8('\r');
-    __m128i lanes = _mm_setzero_si128();
-    int rounds = 0;
-    const auto addLanes = [&] {
-        const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
-        *feeds += static_cast<size_t>(_mm_cvtsi128_si32(sums)) +
-                  static_cast<size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
-        lanes = _mm_setzero_si128();
-        rounds = 0;
-    };
-    for (; end - begin > width; begin += width, out += width) {
-        const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i *>(begin));
-        const __m128i behind = _mm_loadu_si128(reinterpret_cast<const __m128i *>(begin + 1));
+    const __m128i places = _mm_setr_epi8(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
+    const char *in = m_copied.in;
+    char *out = m_copied.out;
+    // One byte more than a vector is read, for the byte behind a line feed in its last place.
+    for (; m_end - in > width; in += width, out += width) {
+        const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i *>(in));
+        const __m128i behind = _mm_loadu_si128(reinterpret_cast<const __m128i *>(in + 1));
         const __m128i isFeed = _mm_cmpeq_epi8(here, feed);
-        const __m128i stops = _mm_or_si128(_mm_or_si128(here, _mm_cmpeq_epi8(here, carriageReturn)),
-                                           stop.at(here, behind, isFeed));
-        if (_mm_movemask_epi8(stops) != 0)
-            break;
+        const __m128i mayStop = _mm_or_si128(_mm_or_si128(here, _mm_cmpeq_epi8(here, carriageReturn)),
+                                             m_stop.at(here, behind, isFeed));
         _mm_storeu_si128(reinterpret_cast<__m128i *>(out), here);
-        lanes = _mm_sub_epi8(lanes, isFeed);
-        if (++rounds == 255)
-            addLanes();
-    }
-    addLanes();
-#endif
-    for (; begin < end; ++begin) {
-        const bool stopsHere = begin + 1 < end && stop.at(begin);
-        if (*begin < 0 || *begin == '\r' || (stopsHere && *begin != '\n'))
-            return begin;
-        *out++ = *begin;
-        if (*begin == '\n') {
-            ++*feeds;
-            if (stopsHere)
-                return begin + 1;
+        const auto stops = static_cast<unsigned>(_mm_movemask_epi8(mayStop));
+        if (stops != 0) {
+            const int kept = __builtin_ctz(stops);
+            m_feeds.add(
+                _mm_and_si128(isFeed, _mm_cmplt_epi8(places, _mm_set1_epi8(static_cast<char>(kept)))));
+            in += kept;
+            out += kept;
+            break;
         }
+        m_feeds.add(isFeed);
     }
-    return end;
+    m_copied.in = in;
+    m_copied.out = out;
+#endif
 }
 } // namespace
 
-const char *copyPlainBytes(const char *begin, const char *end, char *out, char lineStart, size_t *feeds)
+CopiedText copyPlainText(const char *begin, const char *end, char *out, char lineStart)
 {
-    return copyBytes(begin, end, out, LineStartStop{lineStart}, feeds);
+    return PlainCopy<LineStartStop>(begin, end, out, LineStartStop{lineStart}).run();
 }
 
-const char *copyFilteredBytes(const char *begin, const char *end, char *out)
+CopiedText copyFilteredText(const char *begin, const char *end, char *out)
 {
-    size_t feeds = 0;
-    return copyBytes(begin, end, out, FilterStop(), &feeds);
+    return PlainCopy<FilterStop>(begin, end, out, FilterStop()).run();
 }

@@ -17,12 +17,15 @@ inline bool isLineStart(char byte, LineStarts starts)
 /// there is none.
 const char *findLineStart(const char *begin, const char *end, LineStarts starts);
 
-/// Line feeds in [begin, end).
-size_t countLineFeeds(const char *begin, const char *end);
-
-/// Copies bytes of mail that need no second look to `out`, which has room for all of [begin, end) and 16 bytes
-/// more. Stops at the first byte above 0x7F, at the first CR, or behind a line feed that the byte `lineStart`
-/// follows; gives that place, `end` if there is none, and adds the line feeds copied to `feeds`.
-const char *copyPlainBytes(const char *begin, const char *end, char *out, char lineStart, size_t *feeds);
+/// How far a copy has come: the first source byte not copied, the place behind the copy, the line feeds in it.
+struct CopiedText {
+    const char *in;
+    char *out;
+    size_t feeds;
+};
+/// Copies UTF-8 text as Latin-1 with CR LF as LF to `out`, which has room for all of [begin, end) and 16 bytes more.
+/// Stops where a second look is needed: at a character above U+00FF, a byte that is no UTF-8, a CR without a line
+/// feed, or behind a line feed that the byte `lineStart` follows.
+CopiedText copyPlainText(const char *begin, const char *end, char *out, char lineStart);
 /// The same for a message whose lines are filtered: stops behind a line feed that F or R follows, and at "<?".
-const char *copyFilteredBytes(const char *begin, const char *end, char *out);
+CopiedText copyFilteredText(const char *begin, const char *end, char *out);

@@ -1,5 +1,7 @@
 #include "text/line_reader.h"
 
+#include "platform/read_at.h"
+
 #include "text/byte_search.h"
 
 #include <QFile>
@@ -7,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -42,7 +45,16 @@ void LineReader::close()
     m_file = -1;
     m_blockStart = 0;
     m_filled = m_next = 0;
+    m_changed = false;
     m_size = 0;
+}
+
+void LineReader::enlargeBlock(size_t bytes)
+{
+    std::unique_ptr<char[]> block(new char[bytes]); // not cleared as a vector's bytes are
+    std::copy_n(m_block.get(), m_filled, block.get());
+    m_block = std::move(block);
+    m_capacity = bytes;
 }
 
 // Moves what has not been read to the front of the block and fills up behind it.
@@ -52,18 +64,17 @@ bool LineReader::readBlock()
         return false;
     m_filled -= m_next;
     if (m_filled > 0)
-        std::memmove(m_block.data(), m_block.data() + m_next, m_filled);
+        std::memmove(m_block.get(), m_block.get() + m_next, m_filled);
     m_blockStart += static_cast<qint64>(m_next);
     m_next = 0;
-    if (m_block.size() < m_blockBytes)
-        m_block.resize(m_blockBytes);
-    else if (m_filled == m_block.size())
-        m_block.resize(m_block.size() * 2);
-    ssize_t got = 0;
-    do {
-        got = ::pread(m_file, m_block.data() + m_filled, m_block.size() - m_filled,
-                      m_blockStart + static_cast<qint64>(m_filled));
-    } while (got < 0 && errno == EINTR);
+    const qint64 end = m_blockStart + static_cast<qint64>(m_filled);
+    if (end == m_size && end > 0)
+        return false; // spares the read that would tell so
+    if (m_capacity < m_blockBytes)
+        enlargeBlock(m_blockBytes);
+    else if (m_filled == m_capacity)
+        enlargeBlock(m_capacity * 2);
+    const ssize_t got = readAt(m_file, &m_block[m_filled], m_capacity - m_filled, end);
     if (got < 0)
         m_error = m_path + QStringLiteral(": ") + qt_error_string(errno);
     if (got <= 0)
@@ -76,7 +87,7 @@ std::optional<std::string_view> LineReader::readLine()
 {
     size_t searched = 0;
     for (;;) {
-        const char *start = m_block.data() + m_next;
+        const char *start = m_block.get() + m_next;
         const size_t available = m_filled - m_next;
         const void *feed =
             available > searched ? std::memchr(start + searched, '\n', available - searched) : nullptr;
@@ -86,7 +97,7 @@ std::optional<std::string_view> LineReader::readLine()
                 continue;
             if (m_filled == 0)
                 return std::nullopt;
-            const std::string_view rest(m_block.data(), m_filled);
+            const std::string_view rest(m_block.get(), m_filled);
             m_next = m_filled;
             return rest;
         }
@@ -95,6 +106,7 @@ std::optional<std::string_view> LineReader::readLine()
         if (m_mode == Mode::Text && length > 1 && start[length - 2] == '\r') {
             // The CR becomes the line feed in the block; going back re-reads the block from the file.
             --length;
+            m_changed = true;
             m_block[m_next - 2] = '\n';
         }
         return std::string_view(start, length);
@@ -104,7 +116,7 @@ std::optional<std::string_view> LineReader::readLine()
 std::string_view LineReader::readLines()
 {
     for (;;) {
-        const std::string_view rest(m_block.data() + m_next, m_filled - m_next);
+        const std::string_view rest(m_block.get() + m_next, m_filled - m_next);
         const bool atFileEnd = position() + static_cast<qint64>(rest.size()) >= m_size;
         const size_t feed = atFileEnd || rest.size() > longestLine ? rest.size() - 1 : rest.rfind('\n');
         if (!rest.empty() && feed != std::string_view::npos) {
@@ -130,7 +142,7 @@ bool LineReader::fill(size_t bytes)
 bool LineReader::nextIsFold()
 {
     fill(4);
-    std::string_view next(m_block.data() + m_next, std::min<size_t>(4, m_filled - m_next));
+    std::string_view next(m_block.get() + m_next, std::min<size_t>(4, m_filled - m_next));
     if (next.substr(0, 3) == "\xEF\xBB\xBF")
         next.remove_prefix(3);
     return !next.empty() && (next[0] == ' ' || next[0] == '\t');
@@ -143,9 +155,9 @@ bool LineReader::skipToLineStart(LineStarts starts)
     if (isLineStart(m_block[m_next], starts))
         return true;
     for (;;) {
-        const char *end = m_block.data() + m_filled;
-        const char *found = findLineStart(m_block.data() + m_next, end, starts);
-        m_next = static_cast<size_t>(found - m_block.data());
+        const char *end = m_block.get() + m_filled;
+        const char *found = findLineStart(m_block.get() + m_next, end, starts);
+        m_next = static_cast<size_t>(found - m_block.get());
         if (found < end)
             return true;
         // The byte before a line's start stays, so that the block's seam hides no line.
@@ -163,7 +175,7 @@ bool LineReader::skipToLineWith(std::string_view text)
         return false;
     size_t searched = 0; // bytes from m_next on in which no find starts
     for (;;) {
-        const std::string_view rest(m_block.data() + m_next, m_filled - m_next);
+        const std::string_view rest(m_block.get() + m_next, m_filled - m_next);
         const void *found =
             ::memmem(rest.data() + searched, rest.size() - searched, text.data(), text.size());
         if (found) {
@@ -184,9 +196,14 @@ bool LineReader::skipToLineWith(std::string_view text)
 
 void LineReader::seek(qint64 position)
 {
-    // Lines in the block may have lost their CR, so the block is dropped.
+    const qint64 ahead = position - m_blockStart;
+    if (!m_changed && ahead >= 0 && ahead <= static_cast<qint64>(m_filled)) {
+        m_next = static_cast<size_t>(ahead);
+        return;
+    }
     m_blockStart = std::max<qint64>(0, position);
     m_filled = m_next = 0;
+    m_changed = false;
 }
 
 bool LineReader::atEnd()

@@ -4,9 +4,9 @@
 
 #include <QString>
 
+#include <memory>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 /// Reads a file line by line in blocks, never holding it whole. A line runs through its line feed, or to the
 /// end of the file; it may be of any length and hold zero bytes. The file is opened read-only; that it shrinks
@@ -58,6 +58,7 @@ public:
 
 private:
     bool readBlock();
+    void enlargeBlock(size_t bytes);
     bool fill(size_t bytes);
 
     Mode m_mode;
@@ -66,7 +67,9 @@ private:
     QString m_path;
     QString m_error;
     size_t m_blockBytes = 256 * 1024;
-    std::vector<char> m_block; ///< bytes of the file from m_blockStart on; grows only for a longer line
+    std::unique_ptr<char[]> m_block; ///< bytes of the file from m_blockStart on; grows only for a longer line
+    size_t m_capacity = 0;           ///< bytes that m_block has room for
+    bool m_changed = false;          ///< a line in m_block has lost its CR
     qint64 m_blockStart = 0;
     size_t m_filled = 0; ///< valid bytes in m_block
     size_t m_next = 0;   ///< index of the next byte

@@ -104,13 +104,12 @@ size_t MessageText::copyLines(std::string_view lines, bool seen)
     const char *begin = lines.data();
     const char *end = begin + lines.size();
     size_t at = 0;
-    size_t feeds = 0;
     while (at < lines.size()) {
         char *out = m_out.data() + m_outSize;
-        const char *stop = seen ? copyFilteredBytes(begin + at, end, out)
-                                : copyPlainBytes(begin + at, end, out, noLineStart, &feeds);
-        m_outSize += static_cast<size_t>(stop - begin) - at;
-        at = static_cast<size_t>(stop - begin);
+        const CopiedText copied =
+            seen ? copyFilteredText(begin + at, end, out) : copyPlainText(begin + at, end, out, noLineStart);
+        m_outSize += static_cast<size_t>(copied.out - out);
+        at = static_cast<size_t>(copied.in - begin);
         if (at == lines.size() || (at > 0 && lines[at - 1] == '\n'))
             break;
         const std::string_view rest = lines.substr(at);
@@ -122,8 +121,7 @@ size_t MessageText::copyLines(std::string_view lines, bool seen)
             endMessage();
             break;
         }
-        if (!startsWith(rest, "\r\n"))
-            put(rest[0]);
+        put(rest[0]);
         ++at;
     }
     return at;

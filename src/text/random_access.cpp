@@ -1,5 +1,7 @@
 #include "text/random_access.h"
 
+#include "platform/read_at.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -39,10 +41,7 @@ qint64 FileBytes::read(qint64 position, char *to, qint64 count)
 {
     qint64 done = 0;
     while (position >= 0 && done < count) {
-        const ssize_t taken = ::pread(m_file, to + done, static_cast<size_t>(count - done),
-                                      static_cast<off_t>(position + done));
-        if (taken < 0 && errno == EINTR)
-            continue;
+        const ssize_t taken = readAt(m_file, to + done, static_cast<size_t>(count - done), position + done);
         if (taken <= 0)
             break;
         done += taken;

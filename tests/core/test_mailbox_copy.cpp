@@ -82,6 +82,8 @@ private slots:
     void mixture();
     void chunks_data();
     void chunks();
+    void unevenLines_data();
+    void unevenLines();
     void markAtTheEnd();
     void stop_data();
     void stop();
@@ -254,6 +256,34 @@ void TestMailboxCopy::chunks()
     const QByteArray copied = copy(write(source));
     QCOMPARE(copied.size(), target.size());
     QVERIFY(copied == target);
+}
+
+// Lines whose length changes behind the first hundred thousand, so that the number of those to come can't be told.
+void TestMailboxCopy::unevenLines_data()
+{
+    QTest::addColumn<int>("before"); // lines of two bytes
+    QTest::addColumn<int>("first");  // bytes of each of the next hundred thousand
+    QTest::addColumn<int>("others"); // bytes of each line behind them
+    QTest::addColumn<int>("lines");  // how many of those
+    QTest::newRow("more than it seems") << 0 << 100 << 2 << 910000;
+    QTest::newRow("just as many as one list") << 0 << 100 << 2 << 899999;
+    QTest::newRow("fewer than it seems") << 0 << 2 << 100 << 350000;
+    QTest::newRow("one too few") << 0 << 2 << 4 << 899999;
+    QTest::newRow("fewer in the second list") << 1000000 << 2 << 30 << 850000;
+}
+
+void TestMailboxCopy::unevenLines()
+{
+    QFETCH(int, before);
+    QFETCH(int, first);
+    QFETCH(int, others);
+    QFETCH(int, lines);
+    const auto lineOf = [](int bytes) { return QByteArray(bytes - 1, 'x') + '\n'; };
+    QByteArray source =
+        lineOf(2).repeated(before) + lineOf(first).repeated(100000) + lineOf(others).repeated(lines);
+    source.replace(0, 2, "From \n");
+    const QString path = write(source);
+    QVERIFY(copy(path) == LineByLine().copy(path, -1));
 }
 
 // A byte order mark that nothing follows is no line, and so does not fill a chunk.

@@ -92,7 +92,8 @@ void TestOperaScan::locations()
     QFETCH(QByteArray, file);
     writeFiles(m_dir->path(), {{"m.mbs", file}});
     QString error;
-    const std::optional<OperaMessage> message = readOperaMessage(m_dir->filePath("m.mbs"), &error);
+    const std::optional<OperaMessage> message =
+        readOperaMessage(m_dir->filePath("m.mbs"), OperaFields::All, &error);
     QVERIFY2(message, qPrintable(error));
     QTEST(message->folder.value_or("-"), "folder");
     QTEST(message->label, "label");
@@ -123,7 +124,8 @@ void TestOperaScan::headers()
     QFETCH(QByteArray, file);
     writeFiles(m_dir->path(), {{"m.mbs", file}});
     QString error;
-    const std::optional<OperaMessage> message = readOperaMessage(m_dir->filePath("m.mbs"), &error);
+    const std::optional<OperaMessage> message =
+        readOperaMessage(m_dir->filePath("m.mbs"), OperaFields::All, &error);
     QVERIFY2(message, qPrintable(error));
     QTEST(message->sender, "sender");
     QTEST(message->subject, "subject");
@@ -138,7 +140,8 @@ void TestOperaScan::seams()
             const QByteArray filler = QByteArray(fill).repeated(before).left(before - 1) + '\n';
             writeFiles(m_dir->path(), {{"m.mbs", filler + tail}});
             QString error;
-            const std::optional<OperaMessage> message = readOperaMessage(m_dir->filePath("m.mbs"), &error);
+            const std::optional<OperaMessage> message =
+                readOperaMessage(m_dir->filePath("m.mbs"), OperaFields::All, &error);
             QVERIFY2(message, qPrintable(error));
             QCOMPARE(message->folder.value_or("-"), QString("d/e"));
             QCOMPARE(message->label, QString("e"));
