@@ -38,6 +38,7 @@ QConverterMainWindow::QConverterMainWindow() : QMainWindow(nullptr, Qt::WindowFl
 
 QConverterMainWindow::~QConverterMainWindow()
 {
+    hide(); // the focus leaves its control, which may change its picture, while all of them are there
     for (QThread *worker :
          {static_cast<QThread *>(pMessageSavingThread), static_cast<QThread *>(pMailSaving)}) {
         // A worker that has only just been started clears the flag once more, so it is said until it has ended.
@@ -97,6 +98,7 @@ void QConverterMainWindow::createStatusBar()
 
     m_pStatusProgress = new QProgressBar(this);
     m_pStatusProgress->setMaximumSize(170, 9);
+    m_pStatusProgress->setAccessibleName(tr("Progress"));
     bar->addPermanentWidget(m_pStatusProgress, 132);
     auto *separator = new QLabel(this);
     separator->setMaximumSize(1, 1);

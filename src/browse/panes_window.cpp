@@ -167,6 +167,7 @@ QWidget *QConverterMainWindow::createPreviewFrame()
     m_pHeaderPane->setAccessibleName(tr("Message headers"));
     m_pSecondPane = newTextPane();
     m_pSecondPane->hide();
+    m_pSecondPane->setAccessibleName(tr("Message text"));
     m_pWebView = new MailView;
     m_pWebView->setMinimumWidth(330);
     m_pWebView->hide();
