@@ -16,6 +16,6 @@ QFont lucidaFont(int points);
 /// and down alike, and to the right as far as its parent goes; where that is too little, the text is broken.
 void fitToText(QLabel *label);
 
-/// Gives a button of a fixed form the width that its text needs with this system's fonts, if the form gives less: a
-/// push button grows to the left, any other to the right. Returns the pixels that it has grown by.
+/// Gives a button of a fixed form the room that its text needs with this system's fonts, if the form gives less: up
+/// and down alike, a push button to the left, any other to the right. Returns the pixels that it has grown in width.
 int fitToText(QAbstractButton *button);

@@ -40,6 +40,8 @@ void fitToText(QLabel *label)
 int fitToText(QAbstractButton *button)
 {
     QRect place = button->geometry();
+    const int low = qMax(0, button->fontMetrics().height() - place.height());
+    place.adjust(0, -(low / 2), 0, low - low / 2);
     const bool push = qobject_cast<QPushButton *>(button);
     const int textWidth = button->fontMetrics().horizontalAdvance(button->text());
     const int needed = push ? textWidth + 2 * buttonPadding : button->sizeHint().width();
