@@ -106,13 +106,13 @@ public:
         click(m_pParseDatabase, "browseConverterButton");
     }
     void start() { click(m_pParseDatabase, "StartButton"); }
-    /// Scans a Thunderbird profile to its end.
-    void scan(const QString &store)
+    /// Scans a store to its end; a Thunderbird profile, if no other client is named.
+    void scan(const QString &store, int client = 3)
     {
-        choose(3, store);
+        choose(client, store);
         expectBox("\nMailbox scan completed successfully.", QMessageBox::Ok);
         start();
-        QTRY_VERIFY(isQuiet());
+        QTRY_VERIFY2(isQuiet(), qPrintable(surprises()));
         QTRY_VERIFY(!pMessageSavingThread->isRunning());
         QTRY_VERIFY(tree()->topLevelItemCount() == 1);
         settle();
@@ -137,10 +137,11 @@ public:
         }
         return item;
     }
-    void clickFolder(const QString &way) const
+    void clickFolder(const QString &way) const { clickItem(folder(way)); }
+    void clickItem(QTreeWidgetItem *item) const
     {
-        tree()->scrollToItem(folder(way));
-        const QRect place = tree()->visualItemRect(folder(way));
+        tree()->scrollToItem(item);
+        const QRect place = tree()->visualItemRect(item);
         QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {},
                           QPoint(place.left() + 60, place.center().y()));
     }

@@ -1,16 +1,18 @@
 #include "browse/body_text.h"
 
+#include "platform/huge_pages.h"
+#include "text/base64.h"
 #include "text/codecs.h"
 #include "text/line_reader.h"
 #include "text/quoted_printable.h"
-
-#include <QTextCodec>
+#include "text/vector_search.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace
 {
-constexpr std::string_view propertyList = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+constexpr std::string_view declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
 
 // A line as text mode delivers it.
 struct TextLine {
@@ -64,24 +66,63 @@ bool endsText(const TextLine &line, const PreviewDialect &dialect)
     return startsWith(line.text, "content-type: ") && contains(line.text, "text/placeholder;");
 }
 
+// The first line that is the header line of a part that is no text; the body's size if there is none.
+size_t startOfPart(std::string_view body, const PreviewDialect &dialect)
+{
+    const auto startsLine = [](auto here, auto behind) {
+        return (here == '\n') & ((behind == 'C') | (behind == 'c'));
+    };
+    for (size_t line = 0; line < body.size();) {
+        const std::string_view rest = body.substr(line);
+        if ((startsWith(rest, "Content-") || startsWith(rest, "content-")) &&
+            endsText(firstLine(rest), dialect))
+            return line;
+        const char *end = rest.data() + rest.size();
+        const char *feed = findPair(rest.data(), end, startsLine);
+        line = feed < end ? static_cast<size_t>(feed - body.data()) + 1 : body.size();
+    }
+    return body.size();
+}
+
+// The end of the first line that holds the declaration of a property list.
+std::optional<size_t> endOfDeclaration(std::string_view body)
+{
+    for (size_t at = 0; at < body.size();) {
+        const void *found =
+            ::memmem(body.data() + at, body.size() - at, declaration.data(), declaration.size());
+        if (!found)
+            break;
+        at = static_cast<size_t>(static_cast<const char *>(found) - body.data());
+        const size_t start = body.rfind('\n', at) + 1; // none: npos + 1 is 0
+        const TextLine line = firstLine(body.substr(start));
+        at = start + line.bytes;
+        if (contains(line.text, declaration))
+            return at;
+    }
+    return std::nullopt;
+}
+
 // The last offset in [lowest, from] where one of the marks stands inside the text; npos if there is none. Each
-// mark's first line feed is its first or second byte.
+// mark's first line feed is its first or second byte, with one of three bytes behind it.
 size_t lastMark(std::string_view text, size_t from, size_t lowest, const std::vector<std::string_view> &marks)
 {
-    size_t last = std::string_view::npos;
-    for (size_t feed = text.size(); last == std::string_view::npos && feed > 0;) {
-        feed = text.rfind('\n', feed - 1);
-        if (feed == std::string_view::npos)
-            break;
+    const auto standsInMark = [](auto here, auto behind) {
+        return (here == '\n') & ((behind == '\n') | (behind == '\r') | (behind == '-'));
+    };
+    const char *end = text.data() + std::min(text.size(), from + 3);
+    for (;;) {
+        const char *found = findLastPair(text.data(), end, standsInMark);
+        if (found == end)
+            return std::string_view::npos;
+        const auto feed = static_cast<size_t>(found - text.data());
         for (const std::string_view mark : marks) {
             const size_t before = mark.find('\n');
-            if (feed < before + lowest || feed - before > from ||
-                !startsWith(text.substr(feed - before), mark))
-                continue;
-            last = feed - before;
+            if (feed >= before + lowest && feed - before <= from &&
+                startsWith(text.substr(feed - before), mark))
+                return feed - before;
         }
+        end = found + 1;
     }
-    return last;
 }
 
 bool containsAny(const QString &text, const std::vector<QString> &pieces)
@@ -105,24 +146,16 @@ QByteArray bytesOf(std::string_view text)
     return QByteArray::fromRawData(text.data(), static_cast<int>(text.size()));
 }
 
-// All of the bytes; a zero byte does not end them.
-QString utf8Text(const QByteArray &bytes)
-{
-    return wholeLineText({bytes.constData(), static_cast<size_t>(bytes.size())});
-}
-
 QString fromBase64(std::string_view text, bool isUtf8)
 {
-    const QByteArray decoded = QByteArray::fromBase64(bytesOf(text));
-    return isUtf8 ? utf8Text(decoded) : latin1UpToZero(decoded);
+    const QByteArray decoded = decodeBase64(text);
+    return isUtf8 ? textOf(decoded, nullptr) : latin1UpToZero(decoded);
 }
 
 bool isAscii(std::string_view text)
 {
-    unsigned char bits = 0;
-    for (const char byte : text)
-        bits = static_cast<unsigned char>(bits | static_cast<unsigned char>(byte));
-    return bits < 0x80;
+    const char *end = text.data() + text.size();
+    return findByte(text.data(), end, [](auto byte) { return (byte & '\x80') != 0; }) == end;
 }
 
 // Lines joined without their ends, soft and hard ones alike, as bytes for QDecode, until `characters` UTF-16
@@ -131,6 +164,7 @@ QByteArray joinedLines(std::string_view body, size_t characters)
 {
     QByteArray joined;
     joined.reserve(static_cast<int>(std::min(characters, body.size())));
+    useHugePages(joined.constData(), static_cast<size_t>(joined.capacity()));
     for (size_t read = 0; !body.empty() && read < characters;) {
         const TextLine line = firstLine(body);
         body.remove_prefix(line.bytes);
@@ -144,9 +178,7 @@ QByteArray joinedLines(std::string_view body, size_t characters)
 
 QString fromQuotedPrintable(std::string_view body, size_t characters, const QString &charset)
 {
-    const QByteArray decoded = QDecode(joinedLines(body, characters));
-    const QTextCodec *codec = codecOfCharset(charset);
-    return codec ? codec->toUnicode(decoded) : utf8Text(decoded);
+    return textOf(QDecode(joinedLines(body, characters)), codecOfCharset(charset));
 }
 
 QString htmlText(const WalkedMessage &message, std::string_view text, const PreviewDialect &dialect)
@@ -188,16 +220,11 @@ QString plainText(const WalkedMessage &message, std::string_view text, const Pre
 
 size_t endOfText(std::string_view body, const PreviewDialect &dialect)
 {
-    size_t end = 0;
-    while (end < body.size()) {
-        const TextLine line = firstLine(body.substr(end));
-        if (dialect.endsAtPropertyList && contains(line.text, propertyList))
-            return end + line.bytes;
-        if (endsText(line, dialect))
-            break;
-        end += line.bytes;
-    }
-    return end;
+    const size_t part = startOfPart(body, dialect);
+    if (!dialect.endsAtPropertyList)
+        return part;
+    const size_t lineEnd = part + (part < body.size() ? firstLine(body.substr(part)).bytes : 0);
+    return endOfDeclaration(body.substr(0, lineEnd)).value_or(part);
 }
 
 QString bodyText(const WalkedMessage &message, const PreviewDialect &dialect)

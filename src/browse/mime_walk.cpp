@@ -1,9 +1,9 @@
 #include "browse/mime_walk.h"
 
 #include "text/line_reader.h"
+#include "text/vector_search.h"
 
 #include <algorithm>
-#include <initializer_list>
 
 namespace
 {
@@ -19,29 +19,28 @@ constexpr size_t unwalkedBytes = 23;
 // Names of attachments beyond this many bytes are left out: one message could hold millions of them.
 constexpr size_t nameBytesLimit = 1024 * 1024;
 
-// Bytes that a pattern can start with.
-class StartBytes
-{
-public:
-    constexpr StartBytes(std::initializer_list<char> bytes)
-    {
-        for (const char byte : bytes)
-            m_isStart[static_cast<unsigned char>(byte)] = true;
-    }
-    // The first such byte in [from, to), else `to`.
-    size_t next(std::string_view text, size_t from, size_t to) const
-    {
-        while (from < to && !m_isStart[static_cast<unsigned char>(text[from])])
-            ++from;
-        return from;
-    }
-
-private:
-    bool m_isStart[256] = {};
+// Whether a pattern can start with a byte, by the byte behind it.
+constexpr auto startsInWalk = [](auto here, auto behind) {
+    return ((here == 'c') & (behind == 'h')) | ((here == 'C') & (behind == 'o')) |
+           ((here == 'f') & (behind == 'i')) | ((here == '\n') & (behind >= 'B') & (behind <= 'T'));
 };
+constexpr auto startsInSection = [](auto here, auto behind) {
+    return ((here == 'c') & ((behind == 'h') | (behind == 'o'))) | ((here == 'C') & (behind == 'o')) |
+           ((here == '\n') & ((behind == '\n') | ((behind >= 'B') & (behind <= 'T')))) |
+           ((here == '\r') & (behind == '\n'));
+};
+constexpr auto startsName = [](auto here, auto behind) { return (here == 'f') & (behind == 'i'); };
 
-constexpr StartBytes walkStarts{'c', 'C', '\n', 'f'};
-constexpr StartBytes sectionStarts{'c', 'C', '\n', '\r'};
+// The first place in [from, to) where a pattern can start, else `to`. The byte behind it may be at `to`.
+template <typename Starts>
+size_t nextStart(std::string_view text, size_t from, size_t to, Starts starts)
+{
+    if (from >= to)
+        return to;
+    const char *end = text.data() + std::min(to + 1, text.size());
+    const char *found = findPair(text.data() + from, end, starts);
+    return std::min(static_cast<size_t>(found - text.data()), to);
+}
 
 // The next place of a byte. The positions asked for must not fall, so that a message is searched once however
 // many patterns stand on one line.
@@ -92,13 +91,18 @@ public:
     }
 
 private:
-    bool isAt(std::string_view pattern) const { return m_source.compare(m_at, pattern.size(), pattern) == 0; }
+    // A pattern has two bytes or more. Most that could stand here differ in the second one.
+    bool isAt(std::string_view pattern) const
+    {
+        return pattern.size() <= m_source.size() - m_at && m_source[m_at + 1] == pattern[1] &&
+               m_source.compare(m_at, pattern.size(), pattern) == 0;
+    }
 
     void walk()
     {
         const size_t end = m_source.size() - std::min(m_source.size(), unwalkedBytes);
         while (m_at < end) {
-            m_at = walkStarts.next(m_source, m_at, end);
+            m_at = nextStart(m_source, m_at, end, startsInWalk);
             if (m_at >= end || !testPosition())
                 return;
             ++m_at;
@@ -169,7 +173,7 @@ private:
     {
         const size_t end = m_source.size();
         for (;; ++m_at) {
-            m_at = sectionStarts.next(m_source, m_at, end);
+            m_at = nextStart(m_source, m_at, end, startsInSection);
             if (m_at >= end)
                 return;
             if (isAt(charsetMark))
@@ -236,8 +240,13 @@ private:
 
     void takeRemainingNames()
     {
-        for (m_at = m_source.find(nameMark, m_at); m_at != npos; m_at = m_source.find(nameMark, m_at + 1))
-            takeNameOfFile();
+        for (;; ++m_at) {
+            m_at = nextStart(m_source, m_at, m_source.size(), startsName);
+            if (m_at >= m_source.size())
+                return;
+            if (isAt(nameMark))
+                takeNameOfFile();
+        }
     }
 
     // The text between quotation marks on the header line and its folds, measured from the byte behind the

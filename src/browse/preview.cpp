@@ -2,6 +2,7 @@
 
 #include "app/problem_log.h"
 #include "browse/body_text.h"
+#include "platform/huge_pages.h"
 #include "text/header_rules.h"
 #include "text/line_reader.h"
 
@@ -31,7 +32,12 @@ QByteArray readBytes(const QString &path, qint64 offset, qint64 length)
         reportProblem(QStringLiteral("can't be shown, a message in it is too large: ") + path);
         return {};
     }
-    return bytes > 0 && file.seek(offset) ? file.read(bytes) : QByteArray();
+    if (bytes <= 0 || !file.seek(offset))
+        return {};
+    QByteArray message(static_cast<int>(bytes), Qt::Uninitialized);
+    useHugePages(message.constData(), static_cast<size_t>(bytes));
+    message.truncate(static_cast<int>(std::max<qint64>(0, file.read(message.data(), bytes))));
+    return message;
 }
 
 // The subject goes through the rules line by line, as text mode delivers the lines.

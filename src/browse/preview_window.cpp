@@ -74,8 +74,9 @@ void QConverterMainWindow::showPreview(const PreviewText &preview)
     m_pHeaderPane->verticalScrollBar()->setValue(0);
     if (!preview.html)
         return;
-    m_pWebView->setHtml(*preview.html, QUrl());
+    // Shown before it is filled: the other way round a text is laid out twice, which a long one makes felt.
     m_pWebView->show();
+    m_pWebView->setHtml(*preview.html, QUrl());
 }
 
 void QConverterMainWindow::clearPreview()

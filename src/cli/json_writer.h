@@ -10,7 +10,7 @@
 class JsonWriter
 {
 public:
-    explicit JsonWriter(std::FILE *stream) : m_stream(stream) {}
+    explicit JsonWriter(std::FILE *stream);
     ~JsonWriter();
     JsonWriter(const JsonWriter &) = delete;
     JsonWriter &operator=(const JsonWriter &) = delete;
@@ -30,6 +30,7 @@ private:
     void close(char bracket);
     void separate();
     void writeText(const QString &text);
+    void putEscaped(const QByteArray &utf8);
     void flushIfLarge();
 
     std::FILE *m_stream;

@@ -14,3 +14,6 @@ QString utf8UpToZero(const QByteArray &bytes);
 
 /// Bytes up to the first zero byte, read as Latin-1.
 QString latin1UpToZero(const QByteArray &bytes);
+
+/// All of the bytes, read by the codec, or as UTF-8 without one; zero bytes do not end them.
+QString textOf(const QByteArray &bytes, QTextCodec *codec);

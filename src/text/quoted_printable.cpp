@@ -1,5 +1,9 @@
 #include "text/quoted_printable.h"
 
+#include "text/vector_search.h"
+
+#include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 namespace
@@ -17,23 +21,25 @@ int digit(const char *at, const char *end)
 }
 } // namespace
 
-QByteArray QDecode(const QByteArray &latin1)
+QByteArray QDecode(QByteArray latin1)
 {
-    QByteArray bytes(latin1.size(), Qt::Uninitialized);
-    char *out = bytes.data();
-    const char *at = latin1.constData();
+    // What comes out is never longer than what went in, so both stand in one buffer.
+    char *out = latin1.data();
+    const char *at = out;
     const char *const end = at + latin1.size();
     while (at < end) {
-        const void *found = std::memchr(at, '=', static_cast<size_t>(end - at));
-        const char *mark = found ? static_cast<const char *>(found) : end;
-        std::memcpy(out, at, static_cast<size_t>(mark - at));
-        out += mark - at;
-        if (mark < end)
-            *out++ = static_cast<char>(digit(mark + 1, end) * 16 + digit(mark + 2, end));
-        at = end - mark > 3 ? mark + 3 : end;
+        if (*at != '=') {
+            const char *mark = findByte(at, end, [](auto byte) { return byte == '='; });
+            std::memmove(out, at, static_cast<size_t>(mark - at));
+            out += mark - at;
+            at = mark;
+            continue;
+        }
+        *out++ = static_cast<char>(digit(at + 1, end) * 16 + digit(at + 2, end));
+        at += std::min<ptrdiff_t>(3, end - at);
     }
-    bytes.truncate(static_cast<int>(out - bytes.constData()));
-    return bytes;
+    latin1.truncate(static_cast<int>(out - latin1.constData()));
+    return latin1;
 }
 
 QByteArray QDecode(const QString &text)

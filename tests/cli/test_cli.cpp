@@ -1,4 +1,6 @@
 #include "convert_run.h"
+#include "data_table.h"
+#include "olm_files.h"
 #include "store_files.h"
 
 #include <QJsonArray>
@@ -34,17 +36,241 @@ class TestCli : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void usage_data();
-    void usage();
-    void helpAndVersion();
-    void nothingToRead();
-    void scanJson();
-    void listAndFolder();
-    void convertAndReplace();
-    void linkAtTheBundlesPlace();
-    void unwritableTarget();
-    void stopSignal();
+    void init()
+    {
+        m_dir.reset(new QTemporaryDir);
+        writeFiles(store(), {{"Mail/Local Folders/Inbox", mailbox}, {"Mail/Local Folders/Sent", mailbox}});
+        QVERIFY(QDir().mkpath(out()));
+    }
+
+    void usage_data()
+    {
+        const DataTable<QStringList> row("arguments");
+        row("nothing", {});
+        row("unknown command", {"sing", "--client", "3", "/tmp"});
+        row("no client", {"scan", "/tmp"});
+        row("client 0", {"scan", "--client", "0", "/tmp"});
+        row("unknown client", {"scan", "--client", "mutt", "/tmp"});
+        row("no store", {"scan", "--client", "3"});
+        row("two stores", {"scan", "--client", "3", "/tmp", "/usr"});
+        row("unknown option", {"scan", "--client", "3", "--fast", "/tmp"});
+        row("option of another command", {"scan", "--client", "3", "--replace", "/tmp"});
+        row("no target folder", {"convert", "--client", "3", "/tmp"});
+        row("target folder missing", {"convert", "--client", "3", "--out", "/nowhere/at/all", "/tmp"});
+        row("unknown target", {"convert", "--client", "3", "--to", "mutt", "--out", "/tmp", "/tmp"});
+        row("target not offered: Apple Mail",
+            {"convert", "--client", "apple-mbox", "--to", "apple-mail", "--out", "/tmp", "/tmp"});
+        row("target not offered: Outlook",
+            {"convert", "--client", "olm", "--to", "outlook", "--out", "/tmp", "/tmp"});
+    }
+
+    void usage()
+    {
+        QFETCH(QStringList, arguments);
+        const Run run = convert(arguments);
+        QCOMPARE(run.status, 2);
+        QCOMPARE(run.out, QByteArray());
+        QVERIFY2(run.err.startsWith("velmora-convert: "), run.err);
+        QCOMPARE(run.err.count('\n'), 1);
+    }
+
+    void helpAndVersion()
+    {
+        const Run help = convert({"--help"});
+        QCOMPARE(help.status, 0);
+        for (const char *client : {"apple-mbox", "outspring", "opera"})
+            QVERIFY2(help.out.contains(client), client);
+        QCOMPARE(convert({"--version"}).out, QByteArray("velmora-convert " VELMORA_VERSION "\n"));
+    }
+
+    void nothingToRead()
+    {
+        for (const QString &nothing : {out(), m_dir->filePath("missing")}) {
+            const Run scan = convert({"scan", "--client", "thunderbird", "--json", nothing});
+            QCOMPARE(scan.status, 1);
+            QCOMPARE(scan.json().value("outcome").toString(), QString("nothing"));
+            QCOMPARE(convert({"list", "--client", "thunderbird", nothing}).status, 1);
+            QCOMPARE(convert({"convert", "--client", "thunderbird", "--out", out(), nothing}).status, 1);
+        }
+        QVERIFY(readFiles(out()).isEmpty());
+    }
+
+    void scanJson()
+    {
+        const Run run = convert({"scan", "--client", "3", "--json", store() + "/"});
+        QCOMPARE(run.status, 0);
+        QVERIFY2(run.err.isEmpty(), run.err);
+        const QJsonObject scan = run.json();
+        QCOMPARE(scan.value("client").toInt(), 3);
+        QCOMPARE(scan.value("store").toString(), store());
+        QCOMPARE(scan.value("outcome").toString(), QString("finished"));
+        const QJsonArray folders = scan.value("folders").toArray();
+        QCOMPARE(folders.size(), 4);
+        QCOMPARE(
+            folders.at(0).toObject(),
+            (QJsonObject{{"id", 502}, {"parent", 501}, {"name", "Mail"}, {"display", "Mail"}, {"path", ""}}));
+        QCOMPARE(scan.value("files").toArray().size(), 2);
+        const QJsonArray messages = scan.value("messages").toArray();
+        QCOMPARE(messages.size(), 2);
+        const QJsonObject message = messages.at(0).toObject();
+        QCOMPARE(message.value("length").toInt(), mailbox.size());
+        QCOMPARE(message.value("subject").toString(), QString("A \"quote\", a \\ and a tab\there\n"));
+        QVERIFY(!message.contains("label"));
+    }
+
+    void listAndFolder()
+    {
+        const Run all = convert({"list", "--client", "3", "--json", store()});
+        QCOMPARE(all.status, 0);
+        QCOMPARE(all.json().value("folders").toArray().size(), 4);
+
+        const Run one =
+            convert({"list", "--client", "3", "--json", "--folder", "Mail/Local Folders/Sent", store()});
+        const QJsonArray folders = one.json().value("folders").toArray();
+        QCOMPARE(folders.size(), 1);
+        const QJsonObject folder = folders.at(0).toObject();
+        QCOMPARE(folder.value("tree").toString(), QString("Mail/Local Folders/Sent"));
+        QCOMPARE(folder.value("count").toInt(), 1);
+        const QJsonObject row = folder.value("rows").toArray().at(0).toObject();
+        QCOMPARE(row.value("text").toString(),
+                 QString("Ann <ann@example.org>\nA \"quote\", a \\ and a tab\there"));
+        QCOMPARE(row.value("offset").toString(), QString("0"));
+
+        const Run none = convert({"list", "--client", "3", "--folder", "Mail/Elsewhere", store()});
+        QCOMPARE(none.status, 1);
+        QVERIFY2(none.err.contains("Mail/Elsewhere"), none.err);
+    }
+
+    void convertAndReplace()
+    {
+        const QStringList one = {"convert", "--client", "3",
+                                 "--json",  "--folder", "Mail/Local Folders/Inbox",
+                                 "--out",   out(),      store()};
+        const Run first = convert(one);
+        QCOMPARE(first.status, 0);
+        QCOMPARE(first.json(), (QJsonObject{{"outcome", "finished"}, {"bundle", bundle()}, {"files", 1}}));
+        const FileMap written = readFiles(bundle());
+        QCOMPARE(written.value("Mail/Local Folders/Inbox.mbox"), mailbox + "\n");
+        QCOMPARE(written.size(), 4);
+
+        const Run again = convert(one);
+        QCOMPARE(again.status, 4);
+        QVERIFY2(again.err.contains("Main Identity.rge"), again.err);
+        QCOMPARE(readFiles(bundle()), written);
+
+        QCOMPARE(convert(one + QStringList{"--replace"}).status, 0);
+        QCOMPARE(readFiles(bundle()), written);
+
+        QCOMPARE(convert({"convert", "--client", "3", "--to", "apple-mail", "--out", out(), store()}).status,
+                 0);
+        QCOMPARE(readFiles(out() + "/Main Identity.mbox").keys(),
+                 (QStringList{"Mail/Local Folders/Inbox/Inbox.mbox", "Mail/Local Folders/Sent/Sent.mbox"}));
+    }
+
+    void linkAtTheBundlesPlace()
+    {
+        writeFiles(out(), {{"elsewhere/precious", "kept"}});
+        QVERIFY(QFile::link(out() + "/elsewhere", bundle()));
+        const QStringList arguments = {"convert", "--client", "3", "--out", out(), store()};
+        QCOMPARE(convert(arguments).status, 4);
+        QCOMPARE(convert(arguments + QStringList{"--replace"}).status, 0);
+        QVERIFY2(!QFileInfo(bundle()).isSymLink(), "the link goes, and only the link");
+        QCOMPARE(readFiles(out() + "/elsewhere"), (FileMap{{"precious", "kept"}}));
+    }
+
+    void unwritableTarget()
+    {
+        const QString name(252, 'x'); // with ".mbox" behind it longer than a file name may be
+        writeFiles(store(), {{"Mail/Local Folders/" + name, mailbox}});
+        const Run run = convert({"convert", "--client", "3", "--json", "--out", out(), store()});
+        QCOMPARE(run.status, 4);
+        QVERIFY2(run.err.contains("xxx.mbox"), run.err);
+        QCOMPARE(run.err.count('\n'), 1);
+        QCOMPARE(run.json().value("files").toInt(), 3);
+        QCOMPARE(readFiles(bundle()).value("Mail/Local Folders/Inbox.mbox"), mailbox + "\n");
+    }
+
+    void stopSignal()
+    {
+        QByteArray many;
+        for (int i = 0; i < 400000; ++i)
+            many += mailbox;
+        writeFiles(store(), {{"Mail/Local Folders/Large", many}});
+        QProcess process;
+        process.start(qEnvironmentVariable("VELMORA_CONVERT"), {"scan", "--client", "3", "--json", store()});
+        QVERIFY(process.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(holdsOpen(process, "Large"), 30000);
+        ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+        QVERIFY(process.waitForFinished(120000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 3);
+        const QJsonObject scan = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+        QVERIFY(scan.contains("folders"));
+    }
+
+    void olmRecords()
+    {
+        const QString archive = m_olmDir.filePath("records.olm");
+        const QByteArray message =
+            olmElement("OPFMessageCopySubject", "\xC3\xA9") + olmElement("OPFMessageCopyBody", "12");
+        writeFiles(m_olmDir.path(), {{"records.olm", olmXml({message})}});
+        const QJsonObject scan = convert({"scan", "--json", "--client", "olm", archive}).json();
+        QCOMPARE(scan["outcome"].toString(), QString("finished"));
+        QCOMPARE(scan["records"].toArray().size(), 1);
+        QJsonObject record = scan["records"].toArray().at(0).toObject();
+        QCOMPARE(record.take("szMessageId").toString().size(), 32);
+        QJsonObject expected = {{"szSubject", QString::fromUtf8("\xC3\xA9")},
+                                {"llBodySize", 2},
+                                {"llBodyOffset", 143},
+                                {"llParentId", 4294967294.0},
+                                {"iIsOutgoing", 0}};
+        for (const char *text : {"szFromName", "szFromAddress", "szToAddress", "szCcAddress", "szCcName",
+                                 "szBccAddress", "szReceivedTime", "szInReplyTo", "szReferences", "szToName",
+                                 "szThreadTopic", "szSentTime", "szFolderPath", "szPriority"})
+            expected.insert(text, "");
+        for (const char *list : {"pAttachContentIds", "pAttachContentTypes", "pAttachNames", "pAttachUrls",
+                                 "pAttachOffsets", "pAttachSizes"})
+            expected.insert(list, QJsonValue());
+        QCOMPARE(record, expected);
+    }
+
+    void olmSample()
+    {
+        const QString sample = qEnvironmentVariable("VELMORA_SOURCE") + "/samples/outlook-2011/backup.olm";
+        const QJsonObject list = convert({"list", "--json", "--client", "5", sample}).json();
+        QStringList folders;
+        for (const QJsonValue &folder : list["folders"].toArray())
+            folders.append(QString("%1: %2").arg(folder["tree"].toString()).arg(folder["count"].toInt()));
+        QCOMPARE(folders, QStringList({"Inbox: 2", "Inbox/Clients: 1", "Sent Items: 1", "Drafts: 1"}));
+
+        const QJsonArray previews =
+            convert({"preview", "--json", "--client", "olm", "--folder", "Inbox", sample})
+                .json()["messages"]
+                .toArray();
+        QCOMPARE(previews.size(), 2);
+        QCOMPARE(previews[1].toObject()["html"].toString(),
+                 QString("Train at nine.\nPlatform 4 & bring an umbrella.\n"));
+    }
+
+    void unreadableOlm_data()
+    {
+        const DataTable<QString, int, QString> row("path", "status", "outcome");
+        row("missing", m_olmDir.filePath("missing"), 4, "ended");
+        row("folder", m_olmDir.path(), 1, "nothing");
+        row("no archive", qEnvironmentVariable("VELMORA_SOURCE") + "/LICENSE", 1, "nothing");
+    }
+
+    void unreadableOlm()
+    {
+        QFETCH(QString, path);
+        QFETCH(int, status);
+        const Run scan = convert({"scan", "--json", "--client", "olm", path});
+        QCOMPARE(scan.status, status);
+        QTEST(scan.json()["outcome"].toString(), "outcome");
+        QVERIFY2(scan.err.startsWith("velmora-convert: ") && scan.err.contains(path.toUtf8()), scan.err);
+        QCOMPARE(scan.json()["records"].toArray().size(), 0);
+        QCOMPARE(convert({"convert", "--client", "olm", "--out", m_olmDir.path(), path}).status, status);
+    }
 
 private:
     QString store() const { return m_dir->filePath("profile"); }
@@ -52,179 +278,8 @@ private:
     QString bundle() const { return out() + "/Main Identity.rge"; }
 
     QScopedPointer<QTemporaryDir> m_dir;
+    QTemporaryDir m_olmDir;
 };
-
-void TestCli::init()
-{
-    m_dir.reset(new QTemporaryDir);
-    writeFiles(store(), {{"Mail/Local Folders/Inbox", mailbox}, {"Mail/Local Folders/Sent", mailbox}});
-    QVERIFY(QDir().mkpath(out()));
-}
-
-void TestCli::usage_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("nothing") << QStringList{};
-    QTest::newRow("unknown command") << QStringList{"sing", "--client", "3", "/tmp"};
-    QTest::newRow("no client") << QStringList{"scan", "/tmp"};
-    QTest::newRow("client 0") << QStringList{"scan", "--client", "0", "/tmp"};
-    QTest::newRow("unknown client") << QStringList{"scan", "--client", "mutt", "/tmp"};
-    QTest::newRow("no store") << QStringList{"scan", "--client", "3"};
-    QTest::newRow("two stores") << QStringList{"scan", "--client", "3", "/tmp", "/usr"};
-    QTest::newRow("unknown option") << QStringList{"scan", "--client", "3", "--fast", "/tmp"};
-    QTest::newRow("option of another command") << QStringList{"scan", "--client", "3", "--replace", "/tmp"};
-    QTest::newRow("no target folder") << QStringList{"convert", "--client", "3", "/tmp"};
-    QTest::newRow("target folder missing")
-        << QStringList{"convert", "--client", "3", "--out", "/nowhere/at/all", "/tmp"};
-    QTest::newRow("unknown target") << QStringList{"convert", "--client", "3",    "--to",
-                                                   "mutt",    "--out",    "/tmp", "/tmp"};
-    QTest::newRow("target not offered: Apple Mail")
-        << QStringList{"convert", "--client", "apple-mbox", "--to", "apple-mail", "--out", "/tmp", "/tmp"};
-    QTest::newRow("target not offered: Outlook")
-        << QStringList{"convert", "--client", "olm", "--to", "outlook", "--out", "/tmp", "/tmp"};
-}
-
-void TestCli::usage()
-{
-    QFETCH(QStringList, arguments);
-    const Run run = convert(arguments);
-    QCOMPARE(run.status, 2);
-    QCOMPARE(run.out, QByteArray());
-    QVERIFY2(run.err.startsWith("velmora-convert: "), run.err);
-    QCOMPARE(run.err.count('\n'), 1);
-}
-
-void TestCli::helpAndVersion()
-{
-    const Run help = convert({"--help"});
-    QCOMPARE(help.status, 0);
-    for (const char *client : {"apple-mbox", "outspring", "opera"})
-        QVERIFY2(help.out.contains(client), client);
-    QCOMPARE(convert({"--version"}).out, QByteArray("velmora-convert " VELMORA_VERSION "\n"));
-}
-
-void TestCli::nothingToRead()
-{
-    for (const QString &nothing : {out(), m_dir->filePath("missing")}) {
-        const Run scan = convert({"scan", "--client", "thunderbird", "--json", nothing});
-        QCOMPARE(scan.status, 1);
-        QCOMPARE(scan.json().value("outcome").toString(), QString("nothing"));
-        QCOMPARE(convert({"list", "--client", "thunderbird", nothing}).status, 1);
-        QCOMPARE(convert({"convert", "--client", "thunderbird", "--out", out(), nothing}).status, 1);
-    }
-    QVERIFY(readFiles(out()).isEmpty());
-}
-
-void TestCli::scanJson()
-{
-    const Run run = convert({"scan", "--client", "3", "--json", store() + "/"});
-    QCOMPARE(run.status, 0);
-    QVERIFY2(run.err.isEmpty(), run.err);
-    const QJsonObject scan = run.json();
-    QCOMPARE(scan.value("client").toInt(), 3);
-    QCOMPARE(scan.value("store").toString(), store());
-    QCOMPARE(scan.value("outcome").toString(), QString("finished"));
-    const QJsonArray folders = scan.value("folders").toArray();
-    QCOMPARE(folders.size(), 4);
-    QCOMPARE(
-        folders.at(0).toObject(),
-        (QJsonObject{{"id", 502}, {"parent", 501}, {"name", "Mail"}, {"display", "Mail"}, {"path", ""}}));
-    QCOMPARE(scan.value("files").toArray().size(), 2);
-    const QJsonArray messages = scan.value("messages").toArray();
-    QCOMPARE(messages.size(), 2);
-    const QJsonObject message = messages.at(0).toObject();
-    QCOMPARE(message.value("length").toInt(), mailbox.size());
-    QCOMPARE(message.value("subject").toString(), QString("A \"quote\", a \\ and a tab\there\n"));
-    QVERIFY(!message.contains("label"));
-}
-
-void TestCli::listAndFolder()
-{
-    const Run all = convert({"list", "--client", "3", "--json", store()});
-    QCOMPARE(all.status, 0);
-    QCOMPARE(all.json().value("folders").toArray().size(), 4);
-
-    const Run one =
-        convert({"list", "--client", "3", "--json", "--folder", "Mail/Local Folders/Sent", store()});
-    const QJsonArray folders = one.json().value("folders").toArray();
-    QCOMPARE(folders.size(), 1);
-    const QJsonObject folder = folders.at(0).toObject();
-    QCOMPARE(folder.value("tree").toString(), QString("Mail/Local Folders/Sent"));
-    QCOMPARE(folder.value("count").toInt(), 1);
-    const QJsonObject row = folder.value("rows").toArray().at(0).toObject();
-    QCOMPARE(row.value("text").toString(),
-             QString("Ann <ann@example.org>\nA \"quote\", a \\ and a tab\there"));
-    QCOMPARE(row.value("offset").toString(), QString("0"));
-
-    const Run none = convert({"list", "--client", "3", "--folder", "Mail/Elsewhere", store()});
-    QCOMPARE(none.status, 1);
-    QVERIFY2(none.err.contains("Mail/Elsewhere"), none.err);
-}
-
-void TestCli::convertAndReplace()
-{
-    const QStringList one = {"convert", "--client", "3",    "--json", "--folder", "Mail/Local Folders/Inbox",
-                             "--out",   out(),      store()};
-    const Run first = convert(one);
-    QCOMPARE(first.status, 0);
-    QCOMPARE(first.json(), (QJsonObject{{"outcome", "finished"}, {"bundle", bundle()}, {"files", 1}}));
-    const FileMap written = readFiles(bundle());
-    QCOMPARE(written.value("Mail/Local Folders/Inbox.mbox"), mailbox + "\n");
-    QCOMPARE(written.size(), 4);
-
-    const Run again = convert(one);
-    QCOMPARE(again.status, 4);
-    QVERIFY2(again.err.contains("Main Identity.rge"), again.err);
-    QCOMPARE(readFiles(bundle()), written);
-
-    QCOMPARE(convert(one + QStringList{"--replace"}).status, 0);
-    QCOMPARE(readFiles(bundle()), written);
-
-    QCOMPARE(convert({"convert", "--client", "3", "--to", "apple-mail", "--out", out(), store()}).status, 0);
-    QCOMPARE(readFiles(out() + "/Main Identity.mbox").keys(),
-             (QStringList{"Mail/Local Folders/Inbox/Inbox.mbox", "Mail/Local Folders/Sent/Sent.mbox"}));
-}
-
-void TestCli::linkAtTheBundlesPlace()
-{
-    writeFiles(out(), {{"elsewhere/precious", "kept"}});
-    QVERIFY(QFile::link(out() + "/elsewhere", bundle()));
-    const QStringList arguments = {"convert", "--client", "3", "--out", out(), store()};
-    QCOMPARE(convert(arguments).status, 4);
-    QCOMPARE(convert(arguments + QStringList{"--replace"}).status, 0);
-    QVERIFY2(!QFileInfo(bundle()).isSymLink(), "the link goes, and only the link");
-    QCOMPARE(readFiles(out() + "/elsewhere"), (FileMap{{"precious", "kept"}}));
-}
-
-void TestCli::unwritableTarget()
-{
-    const QString name(252, 'x'); // with ".mbox" behind it longer than a file name may be
-    writeFiles(store(), {{"Mail/Local Folders/" + name, mailbox}});
-    const Run run = convert({"convert", "--client", "3", "--json", "--out", out(), store()});
-    QCOMPARE(run.status, 4);
-    QVERIFY2(run.err.contains("xxx.mbox"), run.err);
-    QCOMPARE(run.err.count('\n'), 1);
-    QCOMPARE(run.json().value("files").toInt(), 3);
-    QCOMPARE(readFiles(bundle()).value("Mail/Local Folders/Inbox.mbox"), mailbox + "\n");
-}
-
-void TestCli::stopSignal()
-{
-    QByteArray many;
-    for (int i = 0; i < 400000; ++i)
-        many += mailbox;
-    writeFiles(store(), {{"Mail/Local Folders/Large", many}});
-    QProcess process;
-    process.start(qEnvironmentVariable("VELMORA_CONVERT"), {"scan", "--client", "3", "--json", store()});
-    QVERIFY(process.waitForStarted());
-    QTRY_VERIFY_WITH_TIMEOUT(holdsOpen(process, "Large"), 30000);
-    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
-    QVERIFY(process.waitForFinished(120000));
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), 3);
-    const QJsonObject scan = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
-    QVERIFY(scan.contains("folders"));
-}
 
 QTEST_GUILESS_MAIN(TestCli)
 #include "test_cli.moc"

@@ -1,5 +1,6 @@
 #include "browse/message_rows.h"
 
+#include "data_table.h"
 #include "store_files.h"
 
 #include <QTemporaryDir>
@@ -10,142 +11,123 @@ class TestFileRows : public QObject
     Q_OBJECT
 
 private slots:
-    void text_data();
-    void text();
-    void noRow_data();
-    void noRow();
-    void headersAcrossBlocks();
-    void listed_data();
-    void listed();
-    void filesBelowFolder();
+    void text_data()
+    {
+        const DataTable<QByteArray, QString> row("file", "text");
+        row("plain: the sender keeps its line feed", "From: A <a@a.example>\nSubject: Hi\n\n",
+            "A <a@a.example>\n\nHi");
+        row("CR LF", "Subject: Hi\r\nFrom: A\r\n\r\n", "A\n\nHi");
+        row("byte count and mark in front",
+            "77\n\xEF\xBB\xBF"
+            "From: A\nSubject: Hi",
+            "A\n\nHi");
+        row("decoded", "From: =?UTF-8?Q?J=C3=B6rg?=\nSubject: =?UTF-8?B?w7w=?=\n\n", "J\xC3\xB6rg\n\xC3\xBC");
+        row("folded in two words",
+            "From: =?UTF-8?Q?J=C3=B6?=\n =?UTF-8?Q?rg?=\nSubject: one\n two\n\tthree\nX: y\n",
+            "J\xC3\xB6rg\none\n two\n\tthree");
+        row("a fold that names the other header", "From: A\n Subject: no\nSubject: yes\n",
+            "A\n Subject: no\n\nyes");
+        row("any case; the sender's name in capitals stays", "FROM: A\nsubject: Hi\n", "FROM: A\n\nHi");
+        row("the first of each, in the body too", "To: x\n\nSubject: body\nFrom: b\n\nFrom: c\nSubject: d\n",
+            "b\n\nbody");
+        row("not at a line's start", "X-From: no\n >From: no\nSubject: yes\nFrom: me\n", "me\n\nyes");
+        row("only a subject", "Subject: Hi\n\nbody\n", "\nHi");
+        row("only a sender", "From: A\n\nbody\n", "A\n\n");
+        row("zero bytes stay", QByteArray("From: A\0B\nSubject: x\n", 21), QString());
+    }
+
+    void text()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, text);
+        if (text.isNull())
+            text = QString("A") + QChar(0) + "B\n\nx";
+        const std::optional<MessageRow> row = rowOf(file);
+        QVERIFY(row);
+        QCOMPARE(row->text, text);
+        QCOMPARE(row->path, m_dir.filePath("m.eml"));
+        QVERIFY(row->offset.isEmpty() && row->length.isEmpty());
+    }
+
+    void noRow_data()
+    {
+        const DataTable<QByteArray> row("file");
+        row("empty", QByteArray());
+        row("neither", "To: x\n\nfrom me\nsubject\n");
+        row("no line feed", "Fro");
+    }
+
+    void noRow()
+    {
+        QFETCH(QByteArray, file);
+        bool opened = false;
+        QVERIFY(!rowOf(file, &opened));
+        QVERIFY(opened);
+        QVERIFY(!rowOfMessageFile(m_dir.filePath("gone.eml"), &opened));
+        QVERIFY(!opened);
+    }
+
+    // Headers behind and across the blocks in which a file is read.
+    void headersAcrossBlocks()
+    {
+        for (int before = 8180; before < 8200; ++before) {
+            const QByteArray filler = "X: " + QByteArray(before, 'y') + "\n";
+            const std::optional<MessageRow> row = rowOf(filler + "From: A\n b\nSubject: c\n d\n");
+            QVERIFY(row);
+            QCOMPARE(row->text, QString("A\n b\n\nc\n d"));
+        }
+    }
+
+    void listed_data()
+    {
+        const DataTable<QString, QString, bool> row("file", "folder", "isListed");
+        row("mailbox", "/s/a.mbox/Messages/1.emlx", "/s/a.mbox", true);
+        row("its own directory", "/s/a.mbox/Messages/1.emlx", "/s/a.mbox/Messages", true);
+        row("a directory above", "/s/x/y/1.eml", "/s/x", false);
+        row("nested: the last mailbox", "/s/a.mbox/b.mbox/1.emlx", "/s/a.mbox", false);
+        row("imap before the others", "/s/a.imapmbox/b.mailbox/c.mbox/1.emlx", "/s/a.imapmbox", true);
+        row("mailbox before mbox", "/s/a.mailbox/c.mbox/1.emlx", "/s/a.mailbox", true);
+        row("directory below a longer mailbox", "/s/a.mailbox/c.mbox/1.emlx", "/s/a.mailbox/c.mbox", true);
+        row("case counts", "/s/A.mbox/1.emlx", "/s/a.mbox", false);
+        row("no mailbox and no folder", "/1.eml", "", true);
+        row("part", "/s/a.mbox/1.2.emlxpart", "/s/a.mbox", false);
+        row("property list", "/s/a.mbox/1.plist", "/s/a.mbox", false);
+        row("dat in a folder's name", "/s/x.data/1.eml", "/s/x.data", false);
+        row("MacOS anywhere", "/s/MacOS things/1.eml", "/s/MacOS things", false);
+        row("macos", "/s/macos/1.eml", "/s/macos", true);
+    }
+
+    void listed()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, folder);
+        QTEST(isListed(file, folder), "isListed");
+    }
+
+    void filesBelowFolder()
+    {
+        QTemporaryDir dir;
+        writeFiles(dir.path(), {{"a/b/1.eml", ""}, {".hidden/2", ""}, {"3 ", ""}});
+        static int folders;
+        folders = 0;
+        QStringList files = filesBelow(dir.path(), [] { ++folders; });
+        files.sort();
+        QCOMPARE(files,
+                 QStringList({dir.filePath(".hidden/2"), dir.filePath("3"), dir.filePath("a/b/1.eml")}));
+        QCOMPARE(folders, 3);
+        QVERIFY(filesBelow(dir.filePath("missing")).isEmpty());
+        QVERIFY(filesBelow(QString()).isEmpty());
+    }
 
 private:
-    std::optional<MessageRow> rowOf(const QByteArray &file, bool *opened = nullptr);
+    std::optional<MessageRow> rowOf(const QByteArray &file, bool *opened = nullptr)
+    {
+        writeFiles(m_dir.path(), {{"m.eml", file}});
+        return rowOfMessageFile(m_dir.filePath("m.eml"), opened);
+    }
 
     QTemporaryDir m_dir;
 };
-
-std::optional<MessageRow> TestFileRows::rowOf(const QByteArray &file, bool *opened)
-{
-    writeFiles(m_dir.path(), {{"m.eml", file}});
-    return rowOfMessageFile(m_dir.filePath("m.eml"), opened);
-}
-
-void TestFileRows::text_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QString>("text");
-    const auto row = [](const char *name, const QByteArray &file, const char *text) {
-        QTest::newRow(name) << file << QString::fromUtf8(text);
-    };
-    row("plain: the sender keeps its line feed", "From: A <a@a.example>\nSubject: Hi\n\n",
-        "A <a@a.example>\n\nHi");
-    row("CR LF", "Subject: Hi\r\nFrom: A\r\n\r\n", "A\n\nHi");
-    row("byte count and mark in front",
-        "77\n\xEF\xBB\xBF"
-        "From: A\nSubject: Hi",
-        "A\n\nHi");
-    row("decoded", "From: =?UTF-8?Q?J=C3=B6rg?=\nSubject: =?UTF-8?B?w7w=?=\n\n", "J\xC3\xB6rg\n\xC3\xBC");
-    row("folded in two words",
-        "From: =?UTF-8?Q?J=C3=B6?=\n =?UTF-8?Q?rg?=\nSubject: one\n two\n\tthree\nX: y\n",
-        "J\xC3\xB6rg\none\n two\n\tthree");
-    row("a fold that names the other header", "From: A\n Subject: no\nSubject: yes\n",
-        "A\n Subject: no\n\nyes");
-    row("any case; the sender's name in capitals stays", "FROM: A\nsubject: Hi\n", "FROM: A\n\nHi");
-    row("the first of each, in the body too", "To: x\n\nSubject: body\nFrom: b\n\nFrom: c\nSubject: d\n",
-        "b\n\nbody");
-    row("not at a line's start", "X-From: no\n >From: no\nSubject: yes\nFrom: me\n", "me\n\nyes");
-    row("only a subject", "Subject: Hi\n\nbody\n", "\nHi");
-    row("only a sender", "From: A\n\nbody\n", "A\n\n");
-    row("zero bytes stay", QByteArray("From: A\0B\nSubject: x\n", 21), nullptr);
-}
-
-void TestFileRows::text()
-{
-    QFETCH(QByteArray, file);
-    QFETCH(QString, text);
-    if (text.isNull())
-        text = QString("A") + QChar(0) + "B\n\nx";
-    const std::optional<MessageRow> row = rowOf(file);
-    QVERIFY(row);
-    QCOMPARE(row->text, text);
-    QCOMPARE(row->path, m_dir.filePath("m.eml"));
-    QVERIFY(row->offset.isEmpty() && row->length.isEmpty());
-}
-
-void TestFileRows::noRow_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("neither") << QByteArray("To: x\n\nfrom me\nsubject\n");
-    QTest::newRow("no line feed") << QByteArray("Fro");
-}
-
-void TestFileRows::noRow()
-{
-    QFETCH(QByteArray, file);
-    bool opened = false;
-    QVERIFY(!rowOf(file, &opened));
-    QVERIFY(opened);
-    QVERIFY(!rowOfMessageFile(m_dir.filePath("gone.eml"), &opened));
-    QVERIFY(!opened);
-}
-
-// Headers behind and across the blocks in which a file is read.
-void TestFileRows::headersAcrossBlocks()
-{
-    for (int before = 8180; before < 8200; ++before) {
-        const QByteArray filler = "X: " + QByteArray(before, 'y') + "\n";
-        const std::optional<MessageRow> row = rowOf(filler + "From: A\n b\nSubject: c\n d\n");
-        QVERIFY(row);
-        QCOMPARE(row->text, QString("A\n b\n\nc\n d"));
-    }
-}
-
-void TestFileRows::listed_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<bool>("isListed");
-    const auto row = [](const char *name, const char *file, const char *folder, bool listed) {
-        QTest::newRow(name) << QString(file) << QString(folder) << listed;
-    };
-    row("mailbox", "/s/a.mbox/Messages/1.emlx", "/s/a.mbox", true);
-    row("its own directory", "/s/a.mbox/Messages/1.emlx", "/s/a.mbox/Messages", true);
-    row("a directory above", "/s/x/y/1.eml", "/s/x", false);
-    row("nested: the last mailbox", "/s/a.mbox/b.mbox/1.emlx", "/s/a.mbox", false);
-    row("imap before the others", "/s/a.imapmbox/b.mailbox/c.mbox/1.emlx", "/s/a.imapmbox", true);
-    row("mailbox before mbox", "/s/a.mailbox/c.mbox/1.emlx", "/s/a.mailbox", true);
-    row("directory below a longer mailbox", "/s/a.mailbox/c.mbox/1.emlx", "/s/a.mailbox/c.mbox", true);
-    row("case counts", "/s/A.mbox/1.emlx", "/s/a.mbox", false);
-    row("no mailbox and no folder", "/1.eml", "", true);
-    row("part", "/s/a.mbox/1.2.emlxpart", "/s/a.mbox", false);
-    row("property list", "/s/a.mbox/1.plist", "/s/a.mbox", false);
-    row("dat in a folder's name", "/s/x.data/1.eml", "/s/x.data", false);
-    row("MacOS anywhere", "/s/MacOS things/1.eml", "/s/MacOS things", false);
-    row("macos", "/s/macos/1.eml", "/s/macos", true);
-}
-
-void TestFileRows::listed()
-{
-    QFETCH(QString, file);
-    QFETCH(QString, folder);
-    QTEST(isListed(file, folder), "isListed");
-}
-
-void TestFileRows::filesBelowFolder()
-{
-    QTemporaryDir dir;
-    writeFiles(dir.path(), {{"a/b/1.eml", ""}, {".hidden/2", ""}, {"3 ", ""}});
-    static int folders;
-    folders = 0;
-    QStringList files = filesBelow(dir.path(), [] { ++folders; });
-    files.sort();
-    QCOMPARE(files, QStringList({dir.filePath(".hidden/2"), dir.filePath("3"), dir.filePath("a/b/1.eml")}));
-    QCOMPARE(folders, 3);
-    QVERIFY(filesBelow(dir.filePath("missing")).isEmpty());
-    QVERIFY(filesBelow(QString()).isEmpty());
-}
 
 QTEST_APPLESS_MAIN(TestFileRows)
 #include "test_file_rows.moc"

@@ -1,10 +1,8 @@
-#include "app/problem_log.h"
-#include "app/shared_state.h"
-#include "scan/message_saving_thread.h"
-#include "store_files.h"
-#include "worker_run.h"
+#include "data_table.h"
+#include "scan/file_tree_path.h"
+#include "scan_run.h"
+#include "text/part_index.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <unistd.h>
@@ -17,257 +15,300 @@ constexpr int outspring = 9;
 
 const QByteArray mail = "12\nFrom: a@a.example\nSubject: s\n\nx\n";
 
-QString treeOf(qint64 folder)
+const QStringList finished{"hide", "finished"};
+const QStringList nothing{"nothing"};
+
+// "tree: path" of each file record, paths below the store, sorted.
+QStringList filesOf(const ScanRun &run)
 {
-    QStringList names;
-    for (; folder != llRootId; folder = objMapFID_PID.value(folder))
-        names.prepend(objMapFID_Name.value(folder));
-    return names.join('/');
+    QStringList lines;
+    for (const MailItemNode *item = StartMailItem; item; item = item->next) {
+        QStringList tree;
+        for (qint64 folder = item->parentId; folder != llRootId; folder = objMapFID_PID.value(folder))
+            tree.prepend(objMapFID_Name.value(folder));
+        lines.append(tree.join('/') + ": " + pathOf(*item).mid(run.path().size() + 1));
+    }
+    lines.sort();
+    return lines;
 }
 } // namespace
+
+using PlaceOf = FilePlace (*)(const QString &, const QString &);
+Q_DECLARE_METATYPE(PlaceOf)
 
 class TestFileScan : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void stores_data();
-    void stores();
-    void nestedMailboxes();
-    void unreadable_data();
-    void unreadable();
-    void unusedPart();
-    void missingStore();
-    void stopBetweenFiles();
-    void oddNames();
-    void secondScan();
+    void stores_data()
+    {
+        // "selected": below the store
+        const DataTable<int, QString, QStringList, QStringList, QStringList> row("client", "selected",
+                                                                                 "names", "ends", "files");
+        row("apple: messages, companions, parts", appleMail, "",
+            {"a/in.mbox/M/1.emlx", "a/in.mbox/M/2.partial.emlx", "a/in.mbox/M/2.1.emlxpart",
+             "a/in.mbox/M/1.plist", "a/in.mbox/M/3.eml", "a/in.mbox/M/4.EMLX"},
+            finished,
+            {"Mail/a/in.mbox: a/in.mbox/M/1.emlx", "Mail/a/in.mbox: a/in.mbox/M/2.partial.emlx",
+             "Mail/a/in.mbox: a/in.mbox/M/3.eml"});
+        row("apple: only the news feed", appleMail, "", {"RSS/Apple Hot News.rssmbox/M/1.emlx"}, finished,
+            {});
+        row("apple: no mailbox around a message", appleMail, "", {"x/1.emlx", "a.mbox/2.emlx"}, finished,
+            {"Mail/a.mbox: a.mbox/2.emlx"});
+        row("apple: the mailbox itself", appleMail, "a.mbox/M", {"a.mbox/M/1.emlx", "a.mbox/2.emlx"},
+            finished, {"Mail/a.mbox: a.mbox/2.emlx", "Mail/a.mbox: a.mbox/M/1.emlx"});
+        row("apple: no message", appleMail, "", {"a.mbox/1.eml"}, nothing, {});
 
-private:
-    // Runs a scan to its end and gives the signals that ended it.
-    QStringList scan(int client, const QString &selected);
-    // "tree: path" of each file record, paths below the store, in any order.
-    QStringList files() const;
-    QStringList trees() const;
-    QString store() const { return m_dir->path(); }
+        row("mate: two mailboxes", mailMate, "", {"I/a.mailbox/M/1.eml", "I/b.mailbox/M/1.eml"}, finished,
+            {"Mail/I/a.mailbox: I/a.mailbox/M/1.eml", "Mail/I/b.mailbox: I/b.mailbox/M/1.eml"});
+        row("mate: no mailbox", mailMate, "", {"a/1.eml"}, nothing, {});
 
-    QScopedPointer<QTemporaryDir> m_dir;
+        row("outspring: both names, a quiet folder between", outspring, "", {"a/b/1.eml", "a/b/1.f.eml"},
+            finished, {"Mail/a/b: a/b/1.eml", "Mail/a/b: a/b/1.f.eml"});
+        row("outspring: another client's store", outspring, "", {"a.mailbox/1.eml"}, nothing, {});
+
+        row("quotes and blanks", outspring, "it's \"mine\" $(x)", {"it's \"mine\" $(x)/a 'b'/1 2.eml"},
+            finished, {"Mail/a 'b': it's \"mine\" $(x)/a 'b'/1 2.eml"});
+    }
+
+    void stores()
+    {
+        QFETCH(int, client);
+        QFETCH(QString, selected);
+        QFETCH(QStringList, names);
+        ScanRun run(client);
+        for (const QString &name : names)
+            run.write({{name, mail}});
+        QTEST(run.scan(selected.isEmpty() ? run.path() : run.path(selected)), "ends");
+        QTEST(filesOf(run), "files");
+        QVERIFY(!hasProblems());
+    }
+
+    // Whichever the search names first: every file has one record, and both folders are there.
+    void nestedMailboxes()
+    {
+        ScanRun run(appleMail);
+        run.write({{"a.mbox/M/1.emlx", mail}, {"a.mbox/b.mbox/M/2.emlx", mail}});
+        QCOMPARE(run.scan(), finished);
+        QCOMPARE(filesOf(run).size(), 2);
+        QCOMPARE(listOfPathOfOnlyForTree.size(), 2);
+        QVERIFY(filesOf(run).contains("Mail/a.mbox: a.mbox/M/1.emlx"));
+        QVERIFY(objMapName_FID.contains("b.mbox"));
+    }
+
+    void unreadable_data()
+    {
+        // "folder": has a file's name
+        const DataTable<int, QString, FileMap> row("client", "folder", "others");
+        row("message", appleMail, "a.mbox/1.emlx", {{"a.mbox/1.emlx/x.txt", ""}});
+        row("part", appleMail, "a.mbox/1.2.emlxpart",
+            {{"a.mbox/1.partial.emlx", "9\nX-Apple-Content-Length: 3\n\n\n"}});
+        row("the second part, of two that are used", appleMail, "a.mbox/1.3.emlxpart",
+            {{"a.mbox/1.partial.emlx", "9\nX-Apple-Content-Length: 3\n\n\nX-Apple-Content-Length: 3\n\n"},
+             {"a.mbox/1.2.emlxpart", ""},
+             {"a.mbox/1.4.emlxpart", ""}});
+        row("mate", mailMate, "a.mailbox/1.eml", {});
+        row("outspring", outspring, "a/1.eml", {});
+    }
+
+    void unreadable()
+    {
+        QFETCH(int, client);
+        QFETCH(QString, folder);
+        QFETCH(FileMap, others);
+        ScanRun run(client);
+        run.write(others);
+        QVERIFY(QDir(run.path()).mkpath(folder));
+        QCOMPARE(run.scan(), QStringList());
+        const QStringList problems = takeProblems();
+        QCOMPARE(problems.size(), 1);
+        QVERIFY2(problems.first().contains(run.path(folder)), qPrintable(problems.first()));
+    }
+
+    // A part that no section of its message takes, and one behind the property list, may be anything.
+    void unusedPart()
+    {
+        ScanRun run(appleMail);
+        run.write({{"a.mbox/1.partial.emlx", "9\nX-Apple-Content-Length: 3\n\n\n"
+                                             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                             "X-Apple-Content-Length: 3\n\n"},
+                   {"a.mbox/1.2.emlxpart", ""}});
+        QVERIFY(QDir(run.path()).mkpath("a.mbox/1.3.emlxpart"));
+        QCOMPARE(run.scan(), finished);
+        QVERIFY(!hasProblems());
+    }
+
+    // A store that is not there is as an empty one, whatever the search says of it.
+    void missingStore()
+    {
+        for (const int client : {appleMail, mailMate, outspring}) {
+            ScanRun run(client);
+            QCOMPARE(run.scan(run.path("missing")), nothing);
+            QVERIFY(!hasProblems());
+        }
+    }
+
+    void stopBetweenFiles()
+    {
+        ScanRun run(outspring);
+        for (int i = 0; i < 300; ++i)
+            run.write({{QString("%1/%1.eml").arg(i), mail}});
+        run.stopFrom = 10;
+        QCOMPARE(run.scan(), QStringList());
+        QCOMPARE(filesOf(run).size(), 30); // the file at which 10 per cent are shown is not taken
+    }
+
+    // Names with line feeds and names that are no UTF-8 are passed over, and do no harm to others.
+    void oddNames()
+    {
+        ScanRun run(outspring);
+        run.write({{"a/1.eml", mail}, {"a/x\ny.eml", mail}, {"a\nb/2.eml", mail}, {"c d /3.eml", mail}});
+        const QByteArray bad = QFile::encodeName(run.path()) + "/a/\xE4.eml";
+        QCOMPARE(::link(QFile::encodeName(run.path("a/1.eml")).constData(), bad.constData()), 0);
+        QCOMPARE(run.scan(), finished);
+        QCOMPARE(filesOf(run), QStringList({"Mail/a: a/1.eml", "Mail/c d : c d /3.eml"}));
+        ::unlink(bad.constData());
+    }
+
+    void secondScan()
+    {
+        ScanRun run(outspring);
+        run.write({{"a/1.eml", mail}});
+        run.scan();
+        const qint64 first = PID;
+        discardScanResult();
+        run.scan();
+        QCOMPARE(filesOf(run), QStringList{"Mail/a: a/1.eml"});
+        QCOMPARE(StartMailItem->parentId, first + 2);
+        QCOMPARE(objMapFID_PID.size(), 2);
+        QCOMPARE(MapLeftTreePath.value(first + 2), run.path("a"));
+    }
+
+    void place_data()
+    {
+        const DataTable<PlaceOf, QString, QString, QString, QString> table("placeOf", "selected", "path",
+                                                                           "tree", "folder");
+        const auto rowsOf = [&table](const QByteArray &client, PlaceOf placeOf) {
+            return [&table, client, placeOf](const char *name, const char *selected, const char *path,
+                                             const char *tree, const char *folder) {
+                table(client + ": " + name, placeOf, selected, path, tree, folder);
+            };
+        };
+
+        const auto apple = rowsOf("apple", appleMailPlace);
+        apple("above", "/s", "/s/IMAP-me/INBOX.mbox/Messages/1.emlx", "Mail/IMAP-me/INBOX.mbox",
+              "/s/IMAP-me/INBOX.mbox");
+        apple("imap", "/s", "/s/IMAP-me/INBOX.imapmbox/Messages/1.emlx", "Mail/IMAP-me/INBOX.imapmbox",
+              "/s/IMAP-me/INBOX.imapmbox");
+        apple("at", "/s/a.mbox", "/s/a.mbox/Messages/1.emlx", "Mail/a.mbox", "/s/a.mbox");
+        apple("inside", "/s/a.mbox/Messages/0", "/s/a.mbox/Messages/0/1.emlx", "Mail/a.mbox", "/s/a.mbox");
+        apple("a folder whose name starts like the mailbox", "/s/a", "/s/a/a.mbox/1.emlx", "Mail/a.mbox",
+              "/s/a/a.mbox");
+        apple("both rules, one after the other", "/s/a", "/s/a.mbox/1.emlx", "Mail/aMail.mbox", "/s/a.mbox");
+        apple("nested, the last one counts", "/s", "/s/a.mbox/b.mbox/1.emlx", "Mail/a.mbox/b.mbox",
+              "/s/a.mbox/b.mbox");
+        apple("imap above a later mbox", "/s", "/s/a.imapmbox/b.mbox/1.emlx", "Mail/a.imapmbox",
+              "/s/a.imapmbox");
+        apple("imap only in a file's name", "/s", "/s/a.mbox/1.imapmbox.emlx", "Mail/a.imapmbox",
+              "/s/a.imapmbox");
+        apple("no mailbox", "/s", "/s/a.rssmbox/1.emlx", "", "");
+        apple("mailbox without a name", "/s", "/s/.mbox/1.emlx", "Mail/.mbox", "/s/.mbox");
+
+        const auto mate = rowsOf("mate", mailMatePlace);
+        mate("above", "/s", "/s/IMAP/me/INBOX.mailbox/Messages/1.eml", "Mail/IMAP/me/INBOX.mailbox",
+             "/s/IMAP/me/INBOX.mailbox");
+        mate("at", "/s/a.mailbox", "/s/a.mailbox/1.eml", "Mail/a.mailbox", "/s/a.mailbox");
+        mate("inside, .mbox goes from the name", "/s/a.mbox.mailbox/M", "/s/a.mbox.mailbox/M/1.eml",
+             "Mail/a.mailbox", "/s/a.mbox.mailbox");
+        mate("above, .mbox stays", "/s", "/s/a.mbox.mailbox/1.eml", "Mail/a.mbox.mailbox",
+             "/s/a.mbox.mailbox");
+        mate("the first rule excludes the second", "/s/a", "/s/a.mailbox/1.eml", "Mail/a.mailbox",
+             "/s/a.mailbox");
+        mate("mailbox above a later mbox", "/s", "/s/a.mailbox/b.mbox/1.eml", "Mail/a.mailbox",
+             "/s/a.mailbox");
+        mate("mailbox only in a file's name", "/s", "/s/a.mbox/1.mailbox.eml", "Mail/a.mailbox",
+             "/s/a.mailbox");
+        mate("no directory with the suffix", "/s", "/s/a.mailbox.eml", "", "");
+
+        const auto out = rowsOf("outspring", outspringPlace);
+        out("the chosen folder itself", "/s", "/s/1.eml", "Mail", "/s");
+        out("below", "/s", "/s/a/b/1.f.eml", "Mail/a/b", "/s/a/b");
+        out(".mbox goes wherever it stands", "/s", "/s/x.mbox.mbox/y.mboxes/1.eml", "Mail/x/yes",
+            "/s/x.mbox.mbox/y.mboxes");
+        out("a folder that is all suffix", "/s", "/s/.mbox/1.eml", "Mail/", "/s/.mbox");
+    }
+
+    void place()
+    {
+        QFETCH(PlaceOf, placeOf);
+        QFETCH(QString, selected);
+        QFETCH(QString, path);
+        const FilePlace place = placeOf(path, selected);
+        QTEST(place.tree, "tree");
+        QTEST(place.folder, "folder");
+    }
+
+    void partOrder_data()
+    {
+        const DataTable<QStringList, QStringList> row("parts", "taken");
+        row("by number", {"7.10.emlxpart", "7.2.emlxpart", "7.3.emlxpart"},
+            {"7.2.emlxpart", "7.3.emlxpart", "7.10.emlxpart"});
+        row("only its own", {"77.1.emlxpart", "7.1.emlxpart", "17.1.emlxpart", "7-1.emlxpart"},
+            {"7.1.emlxpart"});
+        row("deeper number", {"7.2.10.emlxpart", "7.2.9.emlxpart"}, {"7.2.9.emlxpart", "7.2.10.emlxpart"});
+        row("one number twice: as they came", {"7.2.4.emlxpart", "7.1.4.emlxpart"},
+            {"7.2.4.emlxpart", "7.1.4.emlxpart"});
+        row("one path twice", {"7.1.emlxpart", "7.1.emlxpart"}, {"7.1.emlxpart"});
+        row("a number written otherwise", {"7.02.emlxpart", "7.+3.emlxpart", "7.x.emlxpart", "7..emlxpart"},
+            {});
+        row("below zero, above 32 bits", {"7.5000000000.emlxpart", "7.-1.emlxpart"},
+            {"7.-1.emlxpart", "7.5000000000.emlxpart"});
+        row("a folder of the message's name", {"7.d/1.emlxpart", "7.d/x.2.emlxpart"}, {"7.d/x.2.emlxpart"});
+        row("the suffix in a folder's name", {"7.2.emlxpart", "7.1.emlxpart/7.2.emlxpart", "7.1.emlxpart"},
+            {"7.1.emlxpart/7.2.emlxpart", "7.1.emlxpart", "7.2.emlxpart", "7.1.emlxpart/7.2.emlxpart"});
+        row("the store's path again further down", {"s/in.mbox/Messages/7.1.emlxpart"},
+            {"s/in.mbox/Messages/7.1.emlxpart"});
+    }
+
+    void partOrder()
+    {
+        QFETCH(QStringList, parts);
+        const QString dir = "/s/in.mbox/Messages/";
+        parts.replaceInStrings(QRegularExpression("^"), dir);
+        const QStringList taken = PartIndex(parts).takeParts(dir + "7.partial.emlx");
+        QTEST(QStringList(taken).replaceInStrings(QRegularExpression("^" + dir), ""), "taken");
+    }
+
+    void partsAreTakenOnce()
+    {
+        PartIndex index({"/s/7.1.emlxpart", "find: '/s/7.x': Permission denied", "/s/7.x.2.emlxpart",
+                         "/s/7.03.emlxpart"});
+        QCOMPARE(index.takeParts("/s/7.x.partial.emlx"), QStringList{"/s/7.x.2.emlxpart"});
+        QCOMPARE(index.takeParts("/s/7.partial.emlx"), QStringList{"/s/7.1.emlxpart"});
+        QCOMPARE(index.takeParts("/s/7.partial.emlx"), QStringList());
+        QCOMPARE(index.takeParts("/s/7.03.partial.emlx"), QStringList());
+    }
+
+    // The same message numbers in every mailbox must not make one message look at all mailboxes.
+    void manyMailboxes()
+    {
+        QStringList parts;
+        const int mailboxes = 400;
+        const int messages = 100;
+        const auto stem = [](int mailbox, int message) {
+            return QString("/s/%1.mbox/Messages/%2.").arg(mailbox).arg(message);
+        };
+        for (int mailbox = 0; mailbox < mailboxes; ++mailbox)
+            for (int message = 0; message < messages; ++message)
+                parts.append(stem(mailbox, message) + "1.emlxpart");
+        PartIndex index(parts);
+        for (int i = 0; i < parts.size(); ++i) {
+            const QString message = stem(i / messages, i % messages) + "partial.emlx";
+            QCOMPARE(index.takeParts(message), QStringList{parts.at(i)});
+        }
+    }
 };
-
-void TestFileScan::init()
-{
-    m_dir.reset(new QTemporaryDir);
-    discardScanResult();
-    takeProblems();
-}
-
-void TestFileScan::cleanup()
-{
-    CleanLinkedList();
-    discardScanResult();
-}
-
-QStringList TestFileScan::scan(int client, const QString &selected)
-{
-    m_selectedFile = selected;
-    QMessageSavingThread thread;
-    thread.m_mailClientIndex = client;
-    QStringList ends;
-    QObject context;
-    connect(&thread, &QMessageSavingThread::FinishScaning, &context, [&] { ends.append("finished"); });
-    connect(&thread, &QMessageSavingThread::ProgressDailogHide, &context, [&] { ends.append("hide"); });
-    connect(&thread, &QMessageSavingThread::NoDataIntoFile, &context, [&] { ends.append("nothing"); });
-    runToEnd(&thread);
-    QCoreApplication::processEvents();
-    return ends;
-}
-
-QStringList TestFileScan::files() const
-{
-    QStringList lines;
-    for (const MailItemNode *item = StartMailItem; item; item = item->next)
-        lines.append(treeOf(item->parentId) + ": " + pathOf(*item).mid(store().size() + 1));
-    lines.sort();
-    return lines;
-}
-
-QStringList TestFileScan::trees() const
-{
-    QStringList lines;
-    for (const qint64 folder : objMapFID_PID.keys())
-        lines.append(treeOf(folder));
-    return lines;
-}
-
-void TestFileScan::stores_data()
-{
-    QTest::addColumn<int>("client");
-    QTest::addColumn<QString>("selected"); // below the store
-    QTest::addColumn<QStringList>("names");
-    QTest::addColumn<QStringList>("ends");
-    QTest::addColumn<QStringList>("files");
-    const QStringList finished{"hide", "finished"};
-    const QStringList nothing{"nothing"};
-
-    QTest::newRow("apple: messages, companions, parts")
-        << appleMail << ""
-        << QStringList{"a/in.mbox/M/1.emlx",  "a/in.mbox/M/2.partial.emlx", "a/in.mbox/M/2.1.emlxpart",
-                       "a/in.mbox/M/1.plist", "a/in.mbox/M/3.eml",          "a/in.mbox/M/4.EMLX"}
-        << finished
-        << QStringList{"Mail/a/in.mbox: a/in.mbox/M/1.emlx", "Mail/a/in.mbox: a/in.mbox/M/2.partial.emlx",
-                       "Mail/a/in.mbox: a/in.mbox/M/3.eml"};
-    QTest::newRow("apple: only the news feed")
-        << appleMail << "" << QStringList{"RSS/Apple Hot News.rssmbox/M/1.emlx"} << finished << QStringList{};
-    QTest::newRow("apple: no mailbox around a message")
-        << appleMail << "" << QStringList{"x/1.emlx", "a.mbox/2.emlx"} << finished
-        << QStringList{"Mail/a.mbox: a.mbox/2.emlx"};
-    QTest::newRow("apple: the mailbox itself")
-        << appleMail << "a.mbox/M" << QStringList{"a.mbox/M/1.emlx", "a.mbox/2.emlx"} << finished
-        << QStringList{"Mail/a.mbox: a.mbox/2.emlx", "Mail/a.mbox: a.mbox/M/1.emlx"};
-    QTest::newRow("apple: no message")
-        << appleMail << "" << QStringList{"a.mbox/1.eml"} << nothing << QStringList{};
-
-    QTest::newRow("mate: two mailboxes")
-        << mailMate << "" << QStringList{"I/a.mailbox/M/1.eml", "I/b.mailbox/M/1.eml"} << finished
-        << QStringList{"Mail/I/a.mailbox: I/a.mailbox/M/1.eml", "Mail/I/b.mailbox: I/b.mailbox/M/1.eml"};
-    QTest::newRow("mate: no mailbox") << mailMate << "" << QStringList{"a/1.eml"} << nothing << QStringList{};
-
-    QTest::newRow("outspring: both names, a quiet folder between")
-        << outspring << "" << QStringList{"a/b/1.eml", "a/b/1.f.eml"} << finished
-        << QStringList{"Mail/a/b: a/b/1.eml", "Mail/a/b: a/b/1.f.eml"};
-    QTest::newRow("outspring: another client's store")
-        << outspring << "" << QStringList{"a.mailbox/1.eml"} << nothing << QStringList{};
-
-    QTest::newRow("quotes and blanks")
-        << outspring << "it's \"mine\" $(x)" << QStringList{"it's \"mine\" $(x)/a 'b'/1 2.eml"} << finished
-        << QStringList{"Mail/a 'b': it's \"mine\" $(x)/a 'b'/1 2.eml"};
-}
-
-void TestFileScan::stores()
-{
-    QFETCH(int, client);
-    QFETCH(QString, selected);
-    QFETCH(QStringList, names);
-    for (const QString &name : names)
-        writeFiles(store(), {{name, mail}});
-    QTEST(scan(client, selected.isEmpty() ? store() : store() + "/" + selected), "ends");
-    QTEST(files(), "files");
-    QVERIFY(!hasProblems());
-    QVERIFY(!bStopFlag);
-}
-
-// Whichever the search names first: every file has one record, and both folders are there.
-void TestFileScan::nestedMailboxes()
-{
-    writeFiles(store(), {{"a.mbox/M/1.emlx", mail}, {"a.mbox/b.mbox/M/2.emlx", mail}});
-    QCOMPARE(scan(appleMail, store()), QStringList({"hide", "finished"}));
-    QCOMPARE(files().size(), 2);
-    QCOMPARE(listOfPathOfOnlyForTree.size(), 2);
-    QVERIFY(files().contains("Mail/a.mbox: a.mbox/M/1.emlx"));
-    QVERIFY(trees().contains("Mail/a.mbox/b.mbox"));
-}
-
-void TestFileScan::unreadable_data()
-{
-    QTest::addColumn<int>("client");
-    QTest::addColumn<QString>("folder"); // has a file's name
-    QTest::addColumn<FileMap>("others");
-    QTest::newRow("message") << appleMail << "a.mbox/1.emlx" << FileMap{{"a.mbox/1.emlx/x.txt", ""}};
-    QTest::newRow("part") << appleMail << "a.mbox/1.2.emlxpart"
-                          << FileMap{{"a.mbox/1.partial.emlx", "9\nX-Apple-Content-Length: 3\n\n\n"}};
-    QTest::newRow("the second part, of two that are used")
-        << appleMail << "a.mbox/1.3.emlxpart"
-        << FileMap{
-               {"a.mbox/1.partial.emlx", "9\nX-Apple-Content-Length: 3\n\n\nX-Apple-Content-Length: 3\n\n"},
-               {"a.mbox/1.2.emlxpart", ""},
-               {"a.mbox/1.4.emlxpart", ""}};
-    QTest::newRow("mate") << mailMate << "a.mailbox/1.eml" << FileMap{};
-    QTest::newRow("outspring") << outspring << "a/1.eml" << FileMap{};
-}
-
-void TestFileScan::unreadable()
-{
-    QFETCH(int, client);
-    QFETCH(QString, folder);
-    QFETCH(FileMap, others);
-    writeFiles(store(), others);
-    QVERIFY(QDir(store()).mkpath(folder));
-    QCOMPARE(scan(client, store()), QStringList());
-    const QStringList problems = takeProblems();
-    QCOMPARE(problems.size(), 1);
-    QVERIFY2(problems.first().contains(store() + "/" + folder), qPrintable(problems.first()));
-}
-
-// A part that no section of its message takes, and one behind the property list, may be anything.
-void TestFileScan::unusedPart()
-{
-    writeFiles(store(), {{"a.mbox/1.partial.emlx", "9\nX-Apple-Content-Length: 3\n\n\n"
-                                                   "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                                   "X-Apple-Content-Length: 3\n\n"},
-                         {"a.mbox/1.2.emlxpart", ""}});
-    QVERIFY(QDir(store()).mkpath("a.mbox/1.3.emlxpart"));
-    QCOMPARE(scan(appleMail, store()), QStringList({"hide", "finished"}));
-    QVERIFY(!hasProblems());
-}
-
-// A store that is not there is as an empty one, whatever the search says of it.
-void TestFileScan::missingStore()
-{
-    for (const int client : {appleMail, mailMate, outspring})
-        QCOMPARE(scan(client, store() + "/missing"), QStringList{"nothing"});
-    QVERIFY(!hasProblems());
-}
-
-void TestFileScan::stopBetweenFiles()
-{
-    for (int i = 0; i < 300; ++i)
-        writeFiles(store(), {{QString("%1/%1.eml").arg(i), mail}});
-    m_selectedFile = store();
-    QMessageSavingThread thread;
-    thread.m_mailClientIndex = outspring;
-    bool ended = false;
-    connect(&thread, &QMessageSavingThread::FinishScaning, this, [&] { ended = true; });
-    connect(
-        &thread, &QMessageSavingThread::OnIndivisibleProgressvalue, &thread,
-        [](double percent) {
-            if (percent >= 10)
-                bStopFlag = true;
-        },
-        Qt::DirectConnection);
-    runToEnd(&thread);
-    QCoreApplication::processEvents();
-    QVERIFY(!ended);
-    QCOMPARE(files().size(), 30); // the file at which 10 per cent are shown is not taken
-    QVERIFY(!bStopFlag);
-}
-
-// Names with line feeds and names that are no UTF-8 are passed over, and do no harm to others.
-void TestFileScan::oddNames()
-{
-    writeFiles(store(),
-               {{"a/1.eml", mail}, {"a/x\ny.eml", mail}, {"a\nb/2.eml", mail}, {"c d /3.eml", mail}});
-    QFile latin(store() + "/a/plain");
-    QVERIFY(latin.open(QIODevice::WriteOnly));
-    const QByteArray bad = QFile::encodeName(store()) + "/a/\xE4.eml";
-    QCOMPARE(::link(QFile::encodeName(latin.fileName()).constData(), bad.constData()), 0);
-    QCOMPARE(scan(outspring, store()), QStringList({"hide", "finished"}));
-    QCOMPARE(files(), QStringList({"Mail/a: a/1.eml", "Mail/c d : c d /3.eml"}));
-    ::unlink(bad.constData());
-}
-
-void TestFileScan::secondScan()
-{
-    writeFiles(store(), {{"a/1.eml", mail}});
-    scan(outspring, store());
-    const qint64 first = PID;
-    discardScanResult();
-    scan(outspring, store());
-    QCOMPARE(files(), QStringList{"Mail/a: a/1.eml"});
-    QCOMPARE(StartMailItem->parentId, first + 2);
-    QCOMPARE(objMapFID_PID.size(), 2);
-    QCOMPARE(MapLeftTreePath.value(first + 2), store() + "/a");
-}
 
 QTEST_GUILESS_MAIN(TestFileScan)
 #include "test_file_scan.moc"

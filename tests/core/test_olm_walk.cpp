@@ -1,3 +1,4 @@
+#include "data_table.h"
 #include "olm_files.h"
 #include "scan/olm_walk.h"
 
@@ -63,217 +64,198 @@ class TestOlmWalk : public QObject
     Q_OBJECT
 
 private slots:
-    void entries_data();
-    void entries();
-    void folders_data();
-    void folders();
-    void bufferSeams();
-    void hostileSizes_data();
-    void hostileSizes();
-    void eachByteIsReadFewTimes_data();
-    void eachByteIsReadFewTimes();
-    void attachmentsAreNotRead();
-    void shrunkFile();
-    void stop();
-};
+    void entries_data()
+    {
+        const DataTable<QByteArray, QStringList> row("archive", "told");
+        const auto found = [](int at, const QByteArray &text = element) {
+            return QString("messages [%1] in [] to %2").arg(QString(text)).arg(at + text.size());
+        };
+        const int e = zeroCrcHeader.size();
 
-void TestOlmWalk::entries_data()
-{
-    QTest::addColumn<QByteArray>("archive");
-    QTest::addColumn<QStringList>("told");
-    const auto row = [](const char *name, const QByteArray &archive, const QStringList &told) {
-        QTest::newRow(name) << archive << told;
-    };
-    const auto found = [](int at, const QByteArray &text = element) {
-        return QString("messages [%1] in [] to %2").arg(QString(text)).arg(at + text.size());
-    };
-    const int e = zeroCrcHeader.size();
+        row("empty file", "", {});
+        row("no archive", "some text, <email and PK", {});
+        row("directories", zeroCrcHeader + zeroCrcHeader + element, {found(2 * e)});
+        row("element behind a header without sizes", zeroCrcHeader + element, {found(e)});
+        row("other bytes behind such a header", zeroCrcHeader + "<x>PK" + element, {found(e + 5)});
+        row("message", message, {QString("messages [<m/>] in [In] to %1").arg(message.size())});
+        row("attachment", olmEntry({"Local/a", "12345"}), {"attachment Local/a at 57 of 5"});
+        row("attachment: a longer extra field doesn't shift it", olmEntry({"Local/a", "12345", 1, 30}),
+            {"attachment Local/a at 67 of 5"});
+        row("message: it is read 20 bytes into the extra field",
+            olmEntry({"Local/b/F/__message_attachment__.xml", "12345", 1, 22}),
+            {"messages [xx123] in [F] to 93"});
+        row("short extra field: the header's sizes hold", olmEntry({"Local/a", "12345", 1, 4}),
+            {"attachment Local/a at 41 of 5"});
+        row("short extra field, no sizes: the scan goes on behind the header",
+            olmEntry({"Local/a", element, 1, 4, 0xFFFFFFFF}), {found(41)});
+        row("one half of the mark", olmEntry({"L/__message_attachment__", "1"}) + olmEntry({"L/a.xml", "2"}),
+            {"attachment L/__message_attachment__ at 74 of 1", "attachment L/a.xml at 132 of 1"});
+        row("the mark in a folder's name", olmEntry({"__message_attachment__.xml/a", "1"}),
+            {"attachment __message_attachment__.xml/a at 78 of 1"});
+        row("name ends at its first zero byte", olmEntry({QByteArray("Local/a\0b", 9), "1"}),
+            {"attachment Local/a at 59 of 1"});
+        row("passed over by name",
+            olmEntry({"Accounts/a/b/Contacts.xml", element}) +
+                olmEntry({"Notes.xml/__message_attachment__.xml", element}) +
+                olmEntry({"Calendar.xml", element}) + olmEntry({"Tasks.xml", element}) +
+                olmEntry({"x/Categories.xml/", element}),
+            {});
+        row("passed over by name: case counts", olmEntry({"notes.xml", "1"}),
+            {"attachment notes.xml at 59 of 1"});
+        row("zero bytes end a text",
+            olmEntry({"Local/b/F/__message_attachment__.xml", QByteArray("12\0003", 4)}),
+            {"messages [12] in [F] to 90"});
 
-    row("empty file", "", {});
-    row("no archive", "some text, <email and PK", {});
-    row("directories", zeroCrcHeader + zeroCrcHeader + element, {found(2 * e)});
-    row("element behind a header without sizes", zeroCrcHeader + element, {found(e)});
-    row("other bytes behind such a header", zeroCrcHeader + "<x>PK" + element, {found(e + 5)});
-    row("message", message, {QString("messages [<m/>] in [In] to %1").arg(message.size())});
-    row("attachment", olmEntry({"Local/a", "12345"}), {"attachment Local/a at 57 of 5"});
-    row("attachment: a longer extra field doesn't shift it", olmEntry({"Local/a", "12345", 1, 30}),
-        {"attachment Local/a at 67 of 5"});
-    row("message: it is read 20 bytes into the extra field",
-        olmEntry({"Local/b/F/__message_attachment__.xml", "12345", 1, 22}),
-        {"messages [xx123] in [F] to 93"});
-    row("short extra field: the header's sizes hold", olmEntry({"Local/a", "12345", 1, 4}),
-        {"attachment Local/a at 41 of 5"});
-    row("short extra field, no sizes: the scan goes on behind the header",
-        olmEntry({"Local/a", element, 1, 4, 0xFFFFFFFF}), {found(41)});
-    row("one half of the mark", olmEntry({"L/__message_attachment__", "1"}) + olmEntry({"L/a.xml", "2"}),
-        {"attachment L/__message_attachment__ at 74 of 1", "attachment L/a.xml at 132 of 1"});
-    row("the mark in a folder's name", olmEntry({"__message_attachment__.xml/a", "1"}),
-        {"attachment __message_attachment__.xml/a at 78 of 1"});
-    row("name ends at its first zero byte", olmEntry({QByteArray("Local/a\0b", 9), "1"}),
-        {"attachment Local/a at 59 of 1"});
-    row("passed over by name",
-        olmEntry({"Accounts/a/b/Contacts.xml", element}) +
-            olmEntry({"Notes.xml/__message_attachment__.xml", element}) +
-            olmEntry({"Calendar.xml", element}) + olmEntry({"Tasks.xml", element}) +
-            olmEntry({"x/Categories.xml/", element}),
-        {});
-    row("passed over by name: case counts", olmEntry({"notes.xml", "1"}),
-        {"attachment notes.xml at 59 of 1"});
-    row("zero bytes end a text", olmEntry({"Local/b/F/__message_attachment__.xml", QByteArray("12\0003", 4)}),
-        {"messages [12] in [F] to 90"});
+        const QByteArray c = centralHeader();
+        row("two central headers", c + c + element, {found(2 * c.size())});
+        row("three central headers", c + c + c + element, {});
+        row("other bytes between them don't count", c + "<x>" + c + "PK" + c + element, {});
+        row("an element between them starts the count anew", c + c + element + c + c + element,
+            {found(2 * c.size()), found(4 * c.size() + element.size())});
+        row("an entry does", c + c + zeroCrcHeader + c + element, {found(3 * c.size() + e)});
+        row("one just behind a header without sizes isn't counted", zeroCrcHeader + c + c + c + element,
+            {found(e + 3 * c.size())});
+        row("signatures one byte apart", c.left(3) + c + c + c + element, {});
 
-    const QByteArray c = centralHeader();
-    row("two central headers", c + c + element, {found(2 * c.size())});
-    row("three central headers", c + c + c + element, {});
-    row("other bytes between them don't count", c + "<x>" + c + "PK" + c + element, {});
-    row("an element between them starts the count anew", c + c + element + c + c + element,
-        {found(2 * c.size()), found(4 * c.size() + element.size())});
-    row("an entry does", c + c + zeroCrcHeader + c + element, {found(3 * c.size() + e)});
-    row("one just behind a header without sizes isn't counted", zeroCrcHeader + c + c + c + element,
-        {found(e + 3 * c.size())});
-    row("signatures one byte apart", c.left(3) + c + c + c + element, {});
-
-    row("tags", "<emails></emails><emailsx></emails><EMAILS ></EMAILS >" + element, {found(54)});
-    row("others are stepped over",
-        "<notes >" + element + "</notes><tasks >" + element + "</tasks><contacts >" + element +
-            "</contacts><appointments >" + element + "</appointments>",
-        {});
-    row("a tag in an element is text", "<emails <emails <notes x></emails>" + element,
-        {found(0, "<emails <emails <notes x></emails>"), found(34)});
-    row("a header in an element is text", "<emails PK\3\4></emails>", {found(0, "<emails PK\3\4></emails>")});
-    row("no end tag: up to a bound past the end", "<emails </email>x",
-        {"messages [<emails </email>x] in [] to 34"});
-    row("no end tag ends the walk, whatever the element", "<notes " + element, {});
-    row("cut off in its header", message.left(12), {});
-    row("cut off in its data", message.left(message.size() - 2),
-        {QString("messages [<m] in [In] to %1").arg(message.size())});
-}
-
-void TestOlmWalk::entries()
-{
-    QFETCH(QByteArray, archive);
-    QTEST(walk(archive), "told");
-}
-
-void TestOlmWalk::folders_data()
-{
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<QString>("folder");
-    const auto row = [](const char *name, const char *entry, const char *folder) {
-        QTest::newRow(name) << QString(entry) << QString(folder);
-    };
-    row("local", "Local/box/Inbox/m", "Inbox");
-    row("local, deep", "Local/box/Inbox/A/B/m", "Inbox/A/B");
-    row("account", "Accounts/kind/name/Inbox/A/m", "Inbox/A");
-    row("case counts", "local/box/Inbox/m", "");
-    row("any other", "Other/box/Inbox/m", "");
-    row("nothing between", "Local/box/m", "");
-    row("too short", "Local/m", "");
-    row("shorter still", "Accounts", "");
-    row("empty components stay", "Local/box//a//m", "/a/");
-    row("as they stand", "Local/box/../../etc/m", "../../etc");
-}
-
-void TestOlmWalk::folders()
-{
-    QFETCH(QString, entry);
-    QTEST(olmFolderOfEntry(entry), "folder");
-}
-
-// The same result wherever the pieces lie that are read at a time.
-void TestOlmWalk::bufferSeams()
-{
-    for (const int seam : {4096, 3 * 4096, 7 * 4096})
-        for (int before = seam - 45; before <= seam + 5; ++before) {
-            const QByteArray text = "<emails " + QByteArray(seam, 'x') + "</emails>";
-            const QByteArray archive = QByteArray(before, '.') + text + QByteArray(before, '<') + message;
-            const QStringList told = {
-                QString("messages [%1] in [] to %2").arg(QString(text)).arg(before + text.size()),
-                QString("messages [<m/>] in [In] to %1").arg(archive.size())};
-            QCOMPARE(walk(archive), told);
-        }
-}
-
-void TestOlmWalk::hostileSizes_data()
-{
-    QTest::addColumn<qint64>("size");
-    QTest::addColumn<qint64>("storedSize");
-    constexpr qint64 most = std::numeric_limits<qint64>::max();
-    constexpr qint64 negative = std::numeric_limits<qint64>::min();
-    QTest::newRow("both beyond the end") << (qint64{1} << 40) << (qint64{1} << 40);
-    for (const qint64 size : {most, negative, negative + 5, qint64{0}, qint64{-2}})
-        for (const qint64 stored : {most, negative, most - 100, qint64{0}, qint64{-60}})
-            QTest::addRow("%lld, %lld", static_cast<long long>(size), static_cast<long long>(stored))
-                << size << stored;
-}
-
-// No crash, no endless walk, and the message behind is found unless the entry claims to reach past the end, with a
-// size that a position can hold.
-void TestOlmWalk::hostileSizes()
-{
-    QFETCH(qint64, size);
-    QFETCH(qint64, storedSize);
-    const bool beyondEnd = storedSize > 1000 && storedSize != std::numeric_limits<qint64>::max();
-    for (const char *name : {"Local/a", "Local/b/F/__message_attachment__.xml"}) {
-        QByteArray entry = olmEntry({name, "", 1, 20, 0, 0});
-        const int sizes = entry.size() - 16;
-        entry.replace(sizes, 16,
-                      littleEndian(static_cast<quint64>(size), 8) +
-                          littleEndian(static_cast<quint64>(storedSize), 8));
-        const QStringList told = walk(entry + message);
-        QCOMPARE(!told.filter("[<m/>] in [In]").isEmpty(), !beyondEnd);
+        row("tags", "<emails></emails><emailsx></emails><EMAILS ></EMAILS >" + element, {found(54)});
+        row("others are stepped over",
+            "<notes >" + element + "</notes><tasks >" + element + "</tasks><contacts >" + element +
+                "</contacts><appointments >" + element + "</appointments>",
+            {});
+        row("a tag in an element is text", "<emails <emails <notes x></emails>" + element,
+            {found(0, "<emails <emails <notes x></emails>"), found(34)});
+        row("a header in an element is text", "<emails PK\3\4></emails>",
+            {found(0, "<emails PK\3\4></emails>")});
+        row("no end tag: up to a bound past the end", "<emails </email>x",
+            {"messages [<emails </email>x] in [] to 34"});
+        row("no end tag ends the walk, whatever the element", "<notes " + element, {});
+        row("cut off in its header", message.left(12), {});
+        row("cut off in its data", message.left(message.size() - 2),
+            {QString("messages [<m] in [In] to %1").arg(message.size())});
     }
-}
 
-void TestOlmWalk::eachByteIsReadFewTimes_data()
-{
-    QTest::addColumn<QByteArray>("piece");
-    QTest::addColumn<int>("reads"); // at most, for each 4 KiB
-    QTest::newRow("nested elements") << QByteArray("<emails ") << 3;
-    QTest::newRow("almost elements") << QByteArray("<emails<notes<tasks") << 2;
-    QTest::newRow("almost signatures") << QByteArray("PK\1PK\3PKP<") << 2;
-    QTest::newRow("headers without sizes") << zeroCrcHeader << 2;
-    QTest::newRow("texts that claim the whole archive")
-        << olmEntry({"Local/b/F/__message_attachment__.xml", QByteArray(200, 'x'), 1, 20, 1 << 30}) << 300;
-}
+    void entries()
+    {
+        QFETCH(QByteArray, archive);
+        QTEST(walk(archive), "told");
+    }
 
-void TestOlmWalk::eachByteIsReadFewTimes()
-{
-    QFETCH(QByteArray, piece);
-    QFETCH(int, reads);
-    CountedBytes archive(piece.repeated((8 << 20) / piece.size()));
-    walk(&archive);
-    QVERIFY2(archive.m_read <= reads * archive.size(), QByteArray::number(archive.m_read / archive.size()));
-}
+    void folders_data()
+    {
+        const DataTable<QString, QString> row("entry", "folder");
+        row("local", "Local/box/Inbox/m", "Inbox");
+        row("local, deep", "Local/box/Inbox/A/B/m", "Inbox/A/B");
+        row("account", "Accounts/kind/name/Inbox/A/m", "Inbox/A");
+        row("case counts", "local/box/Inbox/m", "");
+        row("any other", "Other/box/Inbox/m", "");
+        row("nothing between", "Local/box/m", "");
+        row("too short", "Local/m", "");
+        row("shorter still", "Accounts", "");
+        row("empty components stay", "Local/box//a//m", "/a/");
+        row("as they stand", "Local/box/../../etc/m", "../../etc");
+    }
 
-void TestOlmWalk::attachmentsAreNotRead()
-{
-    CountedBytes archive(olmEntry({"Local/a", QByteArray(1 << 20, 'x')}).repeated(20));
-    QCOMPARE(walk(&archive).size(), 20);
-    QVERIFY2(archive.m_reads <= 40, QByteArray::number(archive.m_reads));
-    QVERIFY(archive.m_read < 40 * 5000);
-}
+    void folders()
+    {
+        QFETCH(QString, entry);
+        QTEST(olmFolderOfEntry(entry), "folder");
+    }
 
-void TestOlmWalk::shrunkFile()
-{
-    CountedBytes archive(message + "....");
-    archive.m_missing = qint64{1} << 40;
-    OlmWalkResult result;
-    QCOMPARE(walk(&archive, &result).size(), 1);
-    QVERIFY(result.unreadable);
-}
+    // The same result wherever the pieces lie that are read at a time.
+    void bufferSeams()
+    {
+        for (const int seam : {4096, 3 * 4096, 7 * 4096})
+            for (int before = seam - 45; before <= seam + 5; ++before) {
+                const QByteArray text = "<emails " + QByteArray(seam, 'x') + "</emails>";
+                const QByteArray archive = QByteArray(before, '.') + text + QByteArray(before, '<') + message;
+                const QStringList told = {
+                    QString("messages [%1] in [] to %2").arg(QString(text)).arg(before + text.size()),
+                    QString("messages [<m/>] in [In] to %1").arg(archive.size())};
+                QCOMPARE(walk(archive), told);
+            }
+    }
 
-void TestOlmWalk::stop()
-{
-    const QByteArray bytes = message + message + message;
-    MemoryBytes archive({bytes.constData(), static_cast<size_t>(bytes.size())});
-    int told = 0;
-    OlmWalkEvents events;
-    events.goOn = [&](qint64) { return told < 2; };
-    events.messages = [&](QByteArray *, const QString &, qint64) { ++told; };
-    QVERIFY(walkOlm(&archive, events).stopped);
-    QCOMPARE(told, 2);
-}
+    void hostileSizes_data()
+    {
+        const DataTable<qint64, qint64> row("size", "storedSize");
+        constexpr qint64 most = std::numeric_limits<qint64>::max();
+        constexpr qint64 negative = std::numeric_limits<qint64>::min();
+        row("both beyond the end", (qint64{1} << 40), (qint64{1} << 40));
+        for (const qint64 size : {most, negative, negative + 5, qint64{0}, qint64{-2}})
+            for (const qint64 stored : {most, negative, most - 100, qint64{0}, qint64{-60}})
+                QTest::addRow("%lld, %lld", static_cast<long long>(size), static_cast<long long>(stored))
+                    << size << stored;
+    }
+
+    // No crash, no endless walk, and the message behind is found unless the entry claims to reach past the end, with a
+    // size that a position can hold.
+    void hostileSizes()
+    {
+        QFETCH(qint64, size);
+        QFETCH(qint64, storedSize);
+        const bool beyondEnd = storedSize > 1000 && storedSize != std::numeric_limits<qint64>::max();
+        for (const char *name : {"Local/a", "Local/b/F/__message_attachment__.xml"}) {
+            QByteArray entry = olmEntry({name, "", 1, 20, 0, 0});
+            const int sizes = entry.size() - 16;
+            entry.replace(sizes, 16,
+                          littleEndian(static_cast<quint64>(size), 8) +
+                              littleEndian(static_cast<quint64>(storedSize), 8));
+            const QStringList told = walk(entry + message);
+            QCOMPARE(!told.filter("[<m/>] in [In]").isEmpty(), !beyondEnd);
+        }
+    }
+
+    void eachByteIsReadFewTimes_data()
+    {
+        // "reads": at most, for each 4 KiB
+        const DataTable<QByteArray, int> row("piece", "reads");
+        row("nested elements", "<emails ", 3);
+        row("almost elements", "<emails<notes<tasks", 2);
+        row("almost signatures", "PK\1PK\3PKP<", 2);
+        row("headers without sizes", zeroCrcHeader, 2);
+        row("texts that claim the whole archive",
+            olmEntry({"Local/b/F/__message_attachment__.xml", QByteArray(200, 'x'), 1, 20, 1 << 30}), 300);
+    }
+
+    void eachByteIsReadFewTimes()
+    {
+        QFETCH(QByteArray, piece);
+        QFETCH(int, reads);
+        CountedBytes archive(piece.repeated((8 << 20) / piece.size()));
+        walk(&archive);
+        QVERIFY2(archive.m_read <= reads * archive.size(),
+                 QByteArray::number(archive.m_read / archive.size()));
+    }
+
+    void attachmentsAreNotRead()
+    {
+        CountedBytes archive(olmEntry({"Local/a", QByteArray(1 << 20, 'x')}).repeated(20));
+        QCOMPARE(walk(&archive).size(), 20);
+        QVERIFY2(archive.m_reads <= 40, QByteArray::number(archive.m_reads));
+        QVERIFY(archive.m_read < 40 * 5000);
+    }
+
+    void shrunkFile()
+    {
+        CountedBytes archive(message + "....");
+        archive.m_missing = qint64{1} << 40;
+        OlmWalkResult result;
+        QCOMPARE(walk(&archive, &result).size(), 1);
+        QVERIFY(result.unreadable);
+    }
+
+    void stop()
+    {
+        const QByteArray bytes = message + message + message;
+        MemoryBytes archive({bytes.constData(), static_cast<size_t>(bytes.size())});
+        int told = 0;
+        OlmWalkEvents events;
+        events.goOn = [&](qint64) { return told < 2; };
+        events.messages = [&](QByteArray *, const QString &, qint64) { ++told; };
+        QVERIFY(walkOlm(&archive, events).stopped);
+        QCOMPARE(told, 2);
+    }
+};
 
 QTEST_APPLESS_MAIN(TestOlmWalk)
 #include "test_olm_walk.moc"

@@ -1,12 +1,10 @@
-#include "app/problem_log.h"
-#include "app/shared_state.h"
 #include "browse/message_rows.h"
-#include "scan/message_saving_thread.h"
+#include "data_table.h"
 #include "scan/opera_message.h"
-#include "store_files.h"
-#include "worker_run.h"
+#include "scan_run.h"
+#include "text/opera_accounts.h"
 
-#include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QtTest>
 
 class TestOperaScan : public QObject
@@ -14,201 +12,233 @@ class TestOperaScan : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void locations_data();
-    void locations();
-    void headers_data();
-    void headers();
-    void seams();
-    void store();
-    void longNames();
-    void endings();
+    void locations_data()
+    {
+        // "folder": "-": none
+        const DataTable<QByteArray, QString, QString> row("file", "folder", "label");
+        row("none", "From: a\n", "-", "Mails");
+        row("folder and number", "X-Opera-Location: a/b/c:17\n", "a/b/c", "c");
+        row("no colon: the label is all of it", "X-Opera-Location: a/b\n", "a/b", "a/b");
+        row("two colons", "X-Opera-Location: a:b/c:17\r\n", "a:b/c", "c");
+        row("nothing before the colon", "X-Opera-Location: :17\n", "", "Mails");
+        row("nothing behind the colon", "X-Opera-Location: a/b:\n", "a/b", "Mails");
+        row("a blank before the colon stays in the label", "X-Opera-Location: a :1\n", "a ", "a ");
+        row("anywhere in a line", " y X-Opera-Location: a:1\n", "y", "y");
+        row("twice in a line", "X-Opera-Location: a:1 X-Opera-Location: b:1\n", "a", "a");
+        row("the last one decides", "X-Opera-Location: a:1\n\nbody X-Opera-Location: b\n", "body", "body");
+        row("a later empty one: only the label", "X-Opera-Location: a:1\nX-Opera-Location:\n", "a", "Mails");
+        row("the same at the end of the file", "X-Opera-Location: a:1\nX-Opera-Location:", "a", "Mails");
+        row("blank text", "X-Opera-Location:   \n", "-", "Mails");
+        row("in a fold of the sender: only the folder", "From: a\n b X-Opera-Location: c\n", "b", "Mails");
+        row("in a fold of the subject: both", "Subject: a\n b X-Opera-Location: c\n", "b", "b");
+        row("a blank in front is the label's first piece", " X-Opera-Location: b\n", "b", "Mails");
+        row("the sender's own line: both", "From: a X-Opera-Location: b\n", "From", "From");
+        row("case counts", "x-opera-location: a\n", "-", "Mails");
+        row("not ASCII", "X-Opera-Location: B\xC3\xBCro:1\n", "B\xC3\xBCro", "B\xC3\xBCro");
+    }
 
-private:
-    QStringList scan(const QString &selected);
+    void locations()
+    {
+        QFETCH(QByteArray, file);
+        const OperaMessage message = read(file);
+        QTEST(message.folder.value_or("-"), "folder");
+        QTEST(message.label, "label");
+    }
 
-    QScopedPointer<QTemporaryDir> m_dir;
-};
+    void headers_data()
+    {
+        const DataTable<QByteArray, QString, QString> row("file", "sender", "subject");
+        row("plain ones keep their line feed", "From x Mon\nFrom: a\nSubject: b\n", "a\n", "b\n");
+        row("CR LF", "Subject: b\r\nFrom: a\r\n", "a\n", "b\n");
+        row("decoded", "From: =?UTF-8?Q?J=C3=B6rg?= <j@j.example>\nSubject: =?UTF-8?B?w7w=?=\n",
+            "J\xC3\xB6rg <j@j.example>", "\xC3\xBC");
+        row("folded", "From: =?UTF-8?Q?J=C3=B6?=\n\t=?UTF-8?Q?rg?=\nSubject: a\n b\n", "J\xC3\xB6rg",
+            "a\n b\n");
+        row("the sender behind folds of the subject", "Subject: a\n From: no\nFrom: yes\n", "yes\n",
+            "a\n From: no\n");
+        row("from the body", "To: x\n\nfrom: me\nSUBJECT: it\n", "from: me\n", "SUBJECT: it\n");
+        row("an empty subject", "Subject:\nFrom: a\n", "a\n", "");
+        row("only the first of each", "From: a\nFrom: b\nSubject: c\nSubject: d\n", "a\n", "c\n");
+    }
 
-void TestOperaScan::init()
-{
-    m_dir.reset(new QTemporaryDir);
-    discardScanResult();
-    takeProblems();
-}
+    void headers()
+    {
+        QFETCH(QByteArray, file);
+        const OperaMessage message = read(file);
+        QTEST(message.sender, "sender");
+        QTEST(message.subject, "subject");
+    }
 
-void TestOperaScan::cleanup()
-{
-    CleanLinkedList();
-    discardScanResult();
-}
-
-QStringList TestOperaScan::scan(const QString &selected)
-{
-    m_selectedFile = selected;
-    QMessageSavingThread thread;
-    thread.m_mailClientIndex = 10;
-    QStringList ends;
-    QObject context;
-    connect(&thread, &QMessageSavingThread::FinishScaning, &context, [&] { ends.append("finished"); });
-    connect(&thread, &QMessageSavingThread::NoDataIntoFile, &context, [&] { ends.append("nothing"); });
-    runToEnd(&thread);
-    QCoreApplication::processEvents();
-    return ends;
-}
-
-void TestOperaScan::locations_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QString>("folder"); // "-": none
-    QTest::addColumn<QString>("label");
-    const auto row = [](const char *name, const QByteArray &file, const char *folder, const char *label) {
-        QTest::newRow(name) << file << QString::fromUtf8(folder) << QString::fromUtf8(label);
-    };
-    row("none", "From: a\n", "-", "Mails");
-    row("folder and number", "X-Opera-Location: a/b/c:17\n", "a/b/c", "c");
-    row("no colon: the label is all of it", "X-Opera-Location: a/b\n", "a/b", "a/b");
-    row("two colons", "X-Opera-Location: a:b/c:17\r\n", "a:b/c", "c");
-    row("nothing before the colon", "X-Opera-Location: :17\n", "", "Mails");
-    row("nothing behind the colon", "X-Opera-Location: a/b:\n", "a/b", "Mails");
-    row("a blank before the colon stays in the label", "X-Opera-Location: a :1\n", "a ", "a ");
-    row("anywhere in a line", " y X-Opera-Location: a:1\n", "y", "y");
-    row("twice in a line", "X-Opera-Location: a:1 X-Opera-Location: b:1\n", "a", "a");
-    row("the last one decides", "X-Opera-Location: a:1\n\nbody X-Opera-Location: b\n", "body", "body");
-    row("a later empty one: only the label", "X-Opera-Location: a:1\nX-Opera-Location:\n", "a", "Mails");
-    row("the same at the end of the file", "X-Opera-Location: a:1\nX-Opera-Location:", "a", "Mails");
-    row("blank text", "X-Opera-Location:   \n", "-", "Mails");
-    row("in a fold of the sender: only the folder", "From: a\n b X-Opera-Location: c\n", "b", "Mails");
-    row("in a fold of the subject: both", "Subject: a\n b X-Opera-Location: c\n", "b", "b");
-    row("a blank in front is the label's first piece", " X-Opera-Location: b\n", "b", "Mails");
-    row("the sender's own line: both", "From: a X-Opera-Location: b\n", "From", "From");
-    row("case counts", "x-opera-location: a\n", "-", "Mails");
-    row("not ASCII", "X-Opera-Location: B\xC3\xBCro:1\n", "B\xC3\xBCro", "B\xC3\xBCro");
-}
-
-void TestOperaScan::locations()
-{
-    QFETCH(QByteArray, file);
-    writeFiles(m_dir->path(), {{"m.mbs", file}});
-    QString error;
-    const std::optional<OperaMessage> message =
-        readOperaMessage(m_dir->filePath("m.mbs"), OperaFields::All, &error);
-    QVERIFY2(message, qPrintable(error));
-    QTEST(message->folder.value_or("-"), "folder");
-    QTEST(message->label, "label");
-}
-
-void TestOperaScan::headers_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QString>("sender");
-    QTest::addColumn<QString>("subject");
-    const auto row = [](const char *name, const QByteArray &file, const char *sender, const char *subject) {
-        QTest::newRow(name) << file << QString::fromUtf8(sender) << QString::fromUtf8(subject);
-    };
-    row("plain ones keep their line feed", "From x Mon\nFrom: a\nSubject: b\n", "a\n", "b\n");
-    row("CR LF", "Subject: b\r\nFrom: a\r\n", "a\n", "b\n");
-    row("decoded", "From: =?UTF-8?Q?J=C3=B6rg?= <j@j.example>\nSubject: =?UTF-8?B?w7w=?=\n",
-        "J\xC3\xB6rg <j@j.example>", "\xC3\xBC");
-    row("folded", "From: =?UTF-8?Q?J=C3=B6?=\n\t=?UTF-8?Q?rg?=\nSubject: a\n b\n", "J\xC3\xB6rg", "a\n b\n");
-    row("the sender behind folds of the subject", "Subject: a\n From: no\nFrom: yes\n", "yes\n",
-        "a\n From: no\n");
-    row("from the body", "To: x\n\nfrom: me\nSUBJECT: it\n", "from: me\n", "SUBJECT: it\n");
-    row("an empty subject", "Subject:\nFrom: a\n", "a\n", "");
-    row("only the first of each", "From: a\nFrom: b\nSubject: c\nSubject: d\n", "a\n", "c\n");
-}
-
-void TestOperaScan::headers()
-{
-    QFETCH(QByteArray, file);
-    writeFiles(m_dir->path(), {{"m.mbs", file}});
-    QString error;
-    const std::optional<OperaMessage> message =
-        readOperaMessage(m_dir->filePath("m.mbs"), OperaFields::All, &error);
-    QVERIFY2(message, qPrintable(error));
-    QTEST(message->sender, "sender");
-    QTEST(message->subject, "subject");
-}
-
-// Lines that lie across the blocks in which a file is read.
-void TestOperaScan::seams()
-{
-    const QByteArray tail = "From: a\n b\nSubject: c\nX-Opera-Location: d/e:1\nlast";
-    for (int before = 16384 - tail.size() - 4; before < 16384 + 4; ++before) {
-        for (const char *fill : {"y", "y\n"}) {
-            const QByteArray filler = QByteArray(fill).repeated(before).left(before - 1) + '\n';
-            writeFiles(m_dir->path(), {{"m.mbs", filler + tail}});
-            QString error;
-            const std::optional<OperaMessage> message =
-                readOperaMessage(m_dir->filePath("m.mbs"), OperaFields::All, &error);
-            QVERIFY2(message, qPrintable(error));
-            QCOMPARE(message->folder.value_or("-"), QString("d/e"));
-            QCOMPARE(message->label, QString("e"));
-            QCOMPARE(message->sender, QString("a\n b\n"));
-            QCOMPARE(message->subject, QString("c\n"));
+    // Lines that lie across the blocks in which a file is read.
+    void seams()
+    {
+        const QByteArray tail = "From: a\n b\nSubject: c\nX-Opera-Location: d/e:1\nlast";
+        for (int before = 16384 - tail.size() - 4; before < 16384 + 4; ++before) {
+            for (const char *fill : {"y", "y\n"}) {
+                const OperaMessage message =
+                    read(QByteArray(fill).repeated(before).left(before - 1) + '\n' + tail);
+                QCOMPARE(message.folder.value_or("-"), QString("d/e"));
+                QCOMPARE(message.label, QString("e"));
+                QCOMPARE(message.sender, QString("a\n b\n"));
+                QCOMPARE(message.subject, QString("c\n"));
+            }
         }
     }
-}
 
-void TestOperaScan::store()
-{
-    const QByteArray mail = "From: a <a@a.example>\nSubject: s\n";
-    writeFiles(m_dir->path(), {{"mail/accounts.ini", "[A1]\nAccount Name=Work\n[a2]\nAccount Name=Home\n"},
-                               {"mail/store/a1/1.mbs", "X-Opera-Location: In/Box:1\n" + mail},
-                               {"mail/store/a1/2.mbs", "X-Opera-Location: In/Box:2\n\nno headers\n"},
-                               {"mail/store/a2/RSS/Apple Hot News.rssmbox/3.mbs", mail},
-                               {"mail/store/a2/4.mbs", mail}});
-    QCOMPARE(scan(m_dir->path()), QStringList{"finished"});
+    void store()
+    {
+        const QByteArray mail = "From: a <a@a.example>\nSubject: s\n";
+        ScanRun run(opera);
+        run.write({{"mail/accounts.ini", "[A1]\nAccount Name=Work\n[a2]\nAccount Name=Home\n"},
+                   {"mail/store/a1/1.mbs", "X-Opera-Location: In/Box:1\n" + mail},
+                   {"mail/store/a1/2.mbs", "X-Opera-Location: In/Box:2\n\nno headers\n"},
+                   {"mail/store/a2/RSS/Apple Hot News.rssmbox/3.mbs", mail},
+                   {"mail/store/a2/4.mbs", mail}});
+        QCOMPARE(run.scan(), QStringList({"hide", "finished"}));
 
-    QMap<QString, qint64> folders;
-    for (const qint64 id : objMapFID_PID.keys())
-        folders.insert(objMapFID_Name.value(id), id);
-    QCOMPARE(folders.keys(), QStringList({"Box", "Home", "In", "Mail", "Mails", "Work"}));
-    QCOMPARE(objMapFID_PID.value(folders["Box"]), folders["In"]);
-    QCOMPARE(objMapFID_PID.value(folders["In"]), folders["Work"]);
-    QCOMPARE(objMapFID_PID.value(folders["Mails"]), folders["Home"]);
-    QCOMPARE(mailItemsOfFolder(folders["Box"]).size(), size_t(2));
-    QCOMPARE(mailItemsOfFolder(folders["Mails"]).size(), size_t(1));
-    QCOMPARE(listOfPathOfOnlyForTree.size(), 3);
-    int records = 0;
-    for (const MboxMessageNode *record = TmpMboxMbxPtrStart; record; record = record->next, ++records)
-        QVERIFY(record->path[0] != 0 && record->length == 0 && record->offset == 0);
-    QCOMPARE(records, 3);
+        QMap<QString, qint64> folders;
+        for (const qint64 id : objMapFID_PID.keys())
+            folders.insert(objMapFID_Name.value(id), id);
+        QCOMPARE(folders.keys(), QStringList({"Box", "Home", "In", "Mail", "Mails", "Work"}));
+        QCOMPARE(objMapFID_PID.value(folders["Box"]), folders["In"]);
+        QCOMPARE(objMapFID_PID.value(folders["In"]), folders["Work"]);
+        QCOMPARE(objMapFID_PID.value(folders["Mails"]), folders["Home"]);
+        QCOMPARE(mailItemsOfFolder(folders["Box"]).size(), size_t(2));
+        QCOMPARE(mailItemsOfFolder(folders["Mails"]).size(), size_t(1));
+        QCOMPARE(listOfPathOfOnlyForTree.size(), 3);
+        int records = 0;
+        for (const MboxMessageNode *record = TmpMboxMbxPtrStart; record; record = record->next, ++records)
+            QVERIFY(record->path[0] != 0 && record->length == 0 && record->offset == 0);
+        QCOMPARE(records, 3);
 
-    QStringList rows;
-    for (const MessageRow &row : operaRows(MapLeftTreePath.value(folders["Box"]), "Box"))
-        rows.append(row.text + "|" + row.path.section('/', -1) + row.offset + row.length);
-    rows.sort();
-    QCOMPARE(rows, QStringList({"\n|2.mbs", "a <a@a.example>\ns|1.mbs"}));
-    QVERIFY(operaRows(MapLeftTreePath.value(folders["Box"]), "In/Box").empty());
-    QVERIFY(operaRows(MapLeftTreePath.value(folders["Box"]), "Mails").empty()); // another account's label
-    QCOMPARE(operaRows(MapLeftTreePath.value(folders["Mails"]), "Mails").size(), size_t(1));
-}
+        QStringList rows;
+        for (const MessageRow &row : operaRows(MapLeftTreePath.value(folders["Box"]), "Box"))
+            rows.append(row.text + "|" + row.path.section('/', -1) + row.offset + row.length);
+        rows.sort();
+        QCOMPARE(rows, QStringList({"\n|2.mbs", "a <a@a.example>\ns|1.mbs"}));
+        QVERIFY(operaRows(MapLeftTreePath.value(folders["Box"]), "In/Box").empty());
+        QVERIFY(operaRows(MapLeftTreePath.value(folders["Box"]), "Mails").empty()); // another account's label
+        QCOMPARE(operaRows(MapLeftTreePath.value(folders["Mails"]), "Mails").size(), size_t(1));
+    }
 
-// Path and label share a field; neither may run into the other.
-void TestOperaScan::longNames()
-{
-    const QString deep =
-        "store/a/" + QString(200, 'd') + "/" + QString(200, 'e') + "/" + QString(200, 'f') + "/1.mbs";
-    writeFiles(m_dir->path(), {{deep, "X-Opera-Location: " + QByteArray(600, 'l') + "\n"}});
-    QCOMPARE(scan(m_dir->path()), QStringList{"finished"});
-    const QString path = m_dir->filePath(deep);
-    QCOMPARE(fieldText(TmpMboxMbxPtrStart->path), path.left(511));
-    QCOMPARE(fieldText(TmpMboxMbxPtrStart->path + labelFieldStart), QString(511, 'l'));
-    QCOMPARE(pathOf(*StartMailItem), path);
-    QCOMPARE(operaRows(path, QString(511, 'l')).size(), size_t(1));
-}
+    // Path and label share a field; neither may run into the other.
+    void longNames()
+    {
+        const QString deep =
+            "store/a/" + QString(200, 'd') + "/" + QString(200, 'e') + "/" + QString(200, 'f') + "/1.mbs";
+        ScanRun run(opera);
+        run.write({{deep, "X-Opera-Location: " + QByteArray(600, 'l') + "\n"}});
+        run.scan();
+        QCOMPARE(fieldText(TmpMboxMbxPtrStart->path), run.path(deep).left(511));
+        QCOMPARE(fieldText(TmpMboxMbxPtrStart->path + labelFieldStart), QString(511, 'l'));
+        QCOMPARE(pathOf(*StartMailItem), run.path(deep));
+        QCOMPARE(operaRows(run.path(deep), QString(511, 'l')).size(), size_t(1));
+    }
 
-void TestOperaScan::endings()
-{
-    QCOMPARE(scan(m_dir->path()), QStringList{"nothing"});
-    QVERIFY(!hasProblems());
-    QVERIFY(QDir(m_dir->path()).mkpath("store/a/1.mbs"));
-    QCOMPARE(scan(m_dir->path()), QStringList());
-    QVERIFY(takeProblems().value(0).contains(m_dir->filePath("store/a/1.mbs")));
-    QVERIFY(!TmpMboxMbxPtrStart);
-}
+    void endings()
+    {
+        ScanRun run(opera);
+        QCOMPARE(run.scan(), QStringList{"nothing"});
+        QVERIFY(!hasProblems());
+        QVERIFY(QDir(run.path()).mkpath("store/a/1.mbs"));
+        QCOMPARE(run.scan(), QStringList());
+        QVERIFY(takeProblems().value(0).contains(run.path("store/a/1.mbs")));
+        QVERIFY(!TmpMboxMbxPtrStart);
+    }
+
+    void account_data()
+    {
+        const DataTable<QString, QString> row("path", "account");
+        row("plain", "/o/mail/store/account1/2009/1.mbs", "account1");
+        row("the last one counts", "/o/store/a/store/b/1.mbs", "b");
+        row("a longer name", "/o/stores-old/a/1.mbs", "a");
+        row("trimmed", "/o/store/ a b /1.mbs", "a b");
+        row("empty component", "/o/store//1.mbs", "");
+        row("nothing behind", "/o/store", "");
+        row("no store", "/o/x/1.mbs", "o");
+    }
+
+    void account()
+    {
+        QFETCH(QString, path);
+        QTEST(operaAccountOf(path), "account");
+    }
+
+    void accountNames_data()
+    {
+        const DataTable<QByteArray, QStringList, QStringList, QStringList> row("ini", "keys", "scan", "save");
+        const QByteArray filler100 = QByteArray("x=1\n").repeated(100);
+
+        row("two accounts, taking turns", "[a]\nAccount Name=Work\r\n\n  [b]\n Account Name= B\xC3\xBCro \n",
+            {"a", "b", "a"}, {"Work", "B\u00fcro", "Work"}, {"Work", "B\u00fcro", "Work"});
+        row("key in another case", "[Account1]\nAccount Name=Work\n", {"account1"}, {"Work"}, {"account1"});
+        row("no section: the name before it stays in a scan", "[a]\nAccount Name=Work\n",
+            {"x", "a", "y", "a"}, {"x", "Work", "Work", "Work"}, {"x", "Work", "y", "Work"});
+        row("a later section overrules in a scan", "[a]\nAccount Name=One\n[a]\nAccount Name=Two\n", {"a"},
+            {"Two"}, {"One"});
+        row("a later section without a name does not", "[a]\nAccount Name=One\n[a]\nx=1\n", {"a"}, {"One"},
+            {"One"});
+        row("empty name is passed over in a scan", "[a]\nAccount Name=\nAccount Name=Two\n", {"a"}, {"Two"},
+            {"a"});
+        row("text before the mark", "[a]\nMy Account Name=One\n[b]\nMy Account Name=\nAccount Name=Two\n",
+            {"a", "b"}, {"My", "Two"}, {"One", "b"});
+        row("the mark twice", "[a]\nAccount Name=One Account Name=Two\n", {"a"}, {"One"},
+            {"One Account Name=Two"});
+        row("line 101 of the section", "[a]\n" + filler100 + "Account Name=Far\n", {"a"}, {"Far"}, {"Far"});
+        row("line 102 of the section", "[a]\n" + filler100 + "x=1\nAccount Name=Far\n", {"a"}, {"a"}, {"a"});
+        row("a section runs on into the next", "[a]\nx=1\n[b]\nAccount Name=B\n", {"a", "b"}, {"B", "B"},
+            {"B", "B"});
+        row("a section inside a searched one is not seen", "[a]\nx=1\n[a]\n" + filler100 + "Account Name=A\n",
+            {"a"}, {"a"}, {"a"});
+        row("text behind the key", "[a] ; mine\nAccount Name=Work\n", {"a"}, {"Work"}, {"Work"});
+        row("empty key", "[]\nAccount Name=None\n[a]\nAccount Name=Work\n", {"", "a", ""},
+            {"", "Work", "Work"}, {"", "Work", "None"});
+        row("byte order mark", "\xEF\xBB\xBF[a]\nAccount Name=Work", {"a"}, {"Work"}, {"Work"});
+    }
+
+    void accountNames()
+    {
+        QFETCH(QByteArray, ini);
+        QFETCH(QStringList, keys);
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        file.write(ini);
+        file.close();
+        OperaAccounts scan(file.fileName(), scanAccounts);
+        OperaAccounts save(file.fileName(), saveAccounts);
+        QStringList scanned;
+        QStringList saved;
+        for (const QString &key : keys) {
+            scanned.append(scan.nameOf(key));
+            saved.append(save.nameOf(key));
+        }
+        QTEST(scanned, "scan");
+        QTEST(saved, "save");
+    }
+
+    void missingAccounts()
+    {
+        for (const QString &path : {QString(), QString("/nowhere/accounts.ini")}) {
+            OperaAccounts scan(path, scanAccounts);
+            QCOMPARE(scan.nameOf("a"), QString("a"));
+            QCOMPARE(scan.nameOf("b"), QString("b")); // nothing is carried over
+            QCOMPARE(scan.nameOf(""), QString("b"));
+        }
+    }
+
+private:
+    static constexpr int opera = 10;
+
+    OperaMessage read(const QByteArray &file) const
+    {
+        writeFiles(m_dir.path(), {{"m.mbs", file}});
+        QString error;
+        return readOperaMessage(m_dir.filePath("m.mbs"), OperaFields::All, &error)
+            .value_or(OperaMessage{{}, "unreadable", {}, {}});
+    }
+
+    QTemporaryDir m_dir;
+};
 
 QTEST_GUILESS_MAIN(TestOperaScan)
 #include "test_opera_scan.moc"

@@ -1,6 +1,7 @@
 #include "browse/body_text.h"
 #include "browse/preview.h"
 
+#include "data_table.h"
 #include "store_files.h"
 
 #include <QTemporaryDir>
@@ -60,12 +61,10 @@ private slots:
 
 void TestPreview::header_data()
 {
-    QTest::addColumn<QByteArray>("message");
-    QTest::addColumn<QStringList>("file");
-    QTest::addColumn<QStringList>("mailbox");
+    const DataTable<QByteArray, QStringList, QStringList> row("message", "file", "mailbox");
 
-    const auto both = [](const char *name, const QByteArray &message, const QStringList &lines) {
-        QTest::newRow(name) << message << lines << lines;
+    const auto both = [&](const char *name, const QByteArray &message, const QStringList &lines) {
+        row(name, message, lines, lines);
     };
     both("empty", "", {});
     both("23 bytes", "\nTo: a\n1234567890123456", {});
@@ -88,36 +87,24 @@ void TestPreview::header_data()
     both("subject loses its CR, recipient keeps it", "\r\nSubject: a\r\n b\r\nTo: t\r\n" + filler,
          {"To: t\r\n", "a\n b\n"});
 
-    QTest::newRow("sender") << "\nFrom: Ann\n <a@x>\nX: y\n" + filler << QStringList{"Ann\n <a@x>\n"}
-                            << QStringList{"Ann"};
-    QTest::newRow("CC: the last one counts")
-        << "\nCC: a\nCC: b\n" + filler << QStringList{"CC:  b\n"} << QStringList{};
-    QTest::newRow("recipients below the text's type")
-        << "\nSubject: s\nContent-Type: text/plain;\nTo: t@x\nCc: c@x\nFrom: f\n\n" + filler
-        << QStringList{"f\n", "s\n"} << QStringList{"f", "To: t@x\n", "Cc:  c@x\n", "s\n"};
-    QTest::newRow("names in quotation marks")
-        << filler + "a; filename=\"one.pdf\"\nb; filename=\"two.pdf\"\n" + filler
-        << QStringList{"\nAttachments: one.pdf\ntwo.pdf"} << QStringList{"\nAttachments: one.pdf, two.pdf"};
-    QTest::newRow("both kinds of names")
-        << filler + "a; filename=\"one\"\nb; filename=two; x=y\n" + filler
-        << QStringList{"\nAttachments: one\ntwo; x=y\n"}
-        << QStringList{"\nAttachments: one, two; x", "\nAttachments: one, two; x"};
-    QTest::newRow("quoted name on a fold")
-        << filler + "a; filename=\n \"one\"\nX: y\n" + filler << QStringList{"\nAttachments: one"}
-        << QStringList{"\nAttachments: \n"};
-    QTest::newRow("empty name") << filler + "a; filename=\"\"\n" + filler << QStringList{"\nAttachments: "}
-                                << QStringList{"\nAttachments: "};
-    QTest::newRow("empty name and another")
-        << filler + "a; filename=\"\"\nb; filename=\"two\"\n" + filler << QStringList{"\nAttachments: two"}
-        << QStringList{"\nAttachments: , two"};
-    QTest::newRow("name behind the walk's end") << filler + filler + "filename=\"one\"\n"
-                                                << QStringList{"\nAttachments: one"} << QStringList{};
-    QTest::newRow("name in a text's head")
-        << filler + "Content-Type: text/html; filename=\"one\"\n\n" + filler << QStringList{}
-        << QStringList{};
-    QTest::newRow("name behind a zero byte")
-        << QByteArray("\0", 1) + filler + "filename=\"one\"\n" + filler
-        << QStringList{"\nAttachments: \"one\"\n"} << QStringList{"\nAttachments: one"};
+    row("sender", "\nFrom: Ann\n <a@x>\nX: y\n" + filler, {"Ann\n <a@x>\n"}, {"Ann"});
+    row("CC: the last one counts", "\nCC: a\nCC: b\n" + filler, {"CC:  b\n"}, {});
+    row("recipients below the text's type",
+        "\nSubject: s\nContent-Type: text/plain;\nTo: t@x\nCc: c@x\nFrom: f\n\n" + filler, {"f\n", "s\n"},
+        {"f", "To: t@x\n", "Cc:  c@x\n", "s\n"});
+    row("names in quotation marks", filler + "a; filename=\"one.pdf\"\nb; filename=\"two.pdf\"\n" + filler,
+        {"\nAttachments: one.pdf\ntwo.pdf"}, {"\nAttachments: one.pdf, two.pdf"});
+    row("both kinds of names", filler + "a; filename=\"one\"\nb; filename=two; x=y\n" + filler,
+        {"\nAttachments: one\ntwo; x=y\n"}, {"\nAttachments: one, two; x", "\nAttachments: one, two; x"});
+    row("quoted name on a fold", filler + "a; filename=\n \"one\"\nX: y\n" + filler, {"\nAttachments: one"},
+        {"\nAttachments: \n"});
+    row("empty name", filler + "a; filename=\"\"\n" + filler, {"\nAttachments: "}, {"\nAttachments: "});
+    row("empty name and another", filler + "a; filename=\"\"\nb; filename=\"two\"\n" + filler,
+        {"\nAttachments: two"}, {"\nAttachments: , two"});
+    row("name behind the walk's end", filler + filler + "filename=\"one\"\n", {"\nAttachments: one"}, {});
+    row("name in a text's head", filler + "Content-Type: text/html; filename=\"one\"\n\n" + filler, {}, {});
+    row("name behind a zero byte", QByteArray("\0", 1) + filler + "filename=\"one\"\n" + filler,
+        {"\nAttachments: \"one\"\n"}, {"\nAttachments: one"});
 }
 
 void TestPreview::header()
@@ -138,12 +125,10 @@ void TestPreview::senderIsBold()
 // Which section is the text, and where it begins.
 void TestPreview::section_data()
 {
-    QTest::addColumn<QByteArray>("message");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("mailbox");
+    const DataTable<QByteArray, QString, QString> row("message", "file", "mailbox");
 
-    const auto both = [](const char *name, const QByteArray &message, const QString &html) {
-        QTest::newRow(name) << message << html << html;
+    const auto both = [&](const char *name, const QByteArray &message, const QString &html) {
+        row(name, message, html, html);
     };
     const QByteArray plain = "Content-Type: text/plain;\n\nplain one\n";
     both("no section", filler + "\nbody\n" + filler, closed);
@@ -157,30 +142,25 @@ void TestPreview::section_data()
     both("one plain, not cut", filler + plain + "\n--b--\n" + filler,
          QString::fromUtf8("\n\nplain one\n\n--b--\n" + filler));
 
-    QTest::newRow("two plain") << filler + plain + "\n--b\nContent-Type: text/plain;\n\ntwo\n\n--b--\n"
-                               << "\n\nplain one\n\n--b\nContent-Type: text/plain;\n\ntwo"
-                               << "\n\ntwo\n\n--b--\n";
-    QTest::newRow("HTML then plain") << filler + "Content-Type: text/html\n\nh\n\n--b\n" + plain + "\n--b--\n"
-                                     << "\n\nh\n\n--b\nContent-Type: text/plain;\n\nplain one"
-                                     << "\n\nplain one";
-    QTest::newRow("application first") << filler + "Content-Type: application/pdf\n\n--b\n" + plain + filler
-                                       << closed << QString::fromUtf8("\n\nplain one\n" + filler);
-    QTest::newRow("application behind plain")
-        << filler + plain + "\n--b\nContent-Type: application/pdf\n\nJVBERi0x\n" + filler << "\n\nplain one"
-        << "\n\nplain one\n\n--b\n";
+    row("two plain", filler + plain + "\n--b\nContent-Type: text/plain;\n\ntwo\n\n--b--\n",
+        "\n\nplain one\n\n--b\nContent-Type: text/plain;\n\ntwo", "\n\ntwo\n\n--b--\n");
+    row("HTML then plain", filler + "Content-Type: text/html\n\nh\n\n--b\n" + plain + "\n--b--\n",
+        "\n\nh\n\n--b\nContent-Type: text/plain;\n\nplain one", "\n\nplain one");
+    row("application first", filler + "Content-Type: application/pdf\n\n--b\n" + plain + filler, closed,
+        QString::fromUtf8("\n\nplain one\n" + filler));
+    row("application behind plain",
+        filler + plain + "\n--b\nContent-Type: application/pdf\n\nJVBERi0x\n" + filler, "\n\nplain one",
+        "\n\nplain one\n\n--b\n");
     for (const char *type : {"Content-type: text/plain;", "Content-Type: Text/Plain;",
                              "Content-Type: TEXT/HTML\n", "Content-Type: text\r\n"}) {
         const QByteArray rest = QByteArray(type).endsWith('\n') ? "X: y\n\nbody\n" : "\n\nbody\n";
-        QTest::newRow(type) << filler + type + rest + filler << QString::fromUtf8("\n\nbody\n" + filler)
-                            << closed;
+        row(type, filler + type + rest + filler, QString::fromUtf8("\n\nbody\n" + filler), closed);
     }
     for (const char *type :
          {"Content-type: text/html;", "Content-Type: TEXT/HTML;", "Content-Type: TEXT/PLAIN;"})
         both(type, filler + type + "\n\nbody\n" + filler, QString::fromUtf8("\n\nbody\n" + filler));
-    QTest::newRow("capitals behind HTML")
-        << filler + "Content-Type: text/html\n\nh\n\n--b\nContent-Type: TEXT/PLAIN;\n\np\n"
-        << "\n\nh"
-        << "\n\nh";
+    row("capitals behind HTML",
+        filler + "Content-Type: text/html\n\nh\n\n--b\nContent-Type: TEXT/PLAIN;\n\np\n", "\n\nh", "\n\nh");
 }
 
 void TestPreview::section()
@@ -193,13 +173,11 @@ void TestPreview::section()
 // Transfer encoding and charset.
 void TestPreview::decoding_data()
 {
-    QTest::addColumn<QByteArray>("head");
-    QTest::addColumn<QByteArray>("body");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("mailbox");
+    const DataTable<QByteArray, QByteArray, QString, QString> row("head", "body", "file", "mailbox");
 
-    const auto both = [](const char *name, const QByteArray &head, const QByteArray &body, const char *text) {
-        QTest::newRow(name) << head << body << QString::fromUtf8(text) << QString::fromUtf8(text);
+    const auto both = [&](const char *name, const QByteArray &head, const QByteArray &body,
+                          const char *text) {
+        row(name, head, body, QString::fromUtf8(text), QString::fromUtf8(text));
     };
     const QByteArray plain = "Content-Type: text/plain; charset=";
     const QByteArray html = "Content-Type: text/html; charset=";
@@ -222,45 +200,31 @@ void TestPreview::decoding_data()
     both("base64, other parameter behind", plain + "utf-8; format=flowed\n" + base64, "w6k=\n", "Ã©");
     both("base64 over lines, CR LF", crLf(plain + "utf-8\n" + base64), crLf("QUJD\nREVG\n"), "ABCDEF");
 
-    QTest::newRow("base64, capitals, HTML") << html + "\"UTF-8\"\n" + base64 << QByteArray("w6k=\n") << "é"
-                                            << "Ã©";
-    QTest::newRow("base64, line's end, HTML") << html + "utf-8\n" + base64 << QByteArray("w6k=\n") << "é"
-                                              << "Ã©";
-    QTest::newRow("base64, CR LF, HTML") << crLf(html + "utf-8\n" + base64) << QByteArray("w6k=\r\n") << "Ã©"
-                                         << "Ã©";
-    QTest::newRow("base64 in HTML up to its boundary")
-        << html + "\"utf-8\"\n" + base64 << QByteArray("QUJD\nREVG\n\n--b--\n") << "ABCDEF"
-        << "ABCDEF";
-    QTest::newRow("base64 in HTML, CR LF, blank line and no boundary")
-        << crLf(html + "\"utf-8\"\n" + base64) << QByteArray("QUJD\r\n\r\nREVG\r\n") << "ABCDEF"
-        << "ABC";
+    row("base64, capitals, HTML", html + "\"UTF-8\"\n" + base64, "w6k=\n", "é", "Ã©");
+    row("base64, line's end, HTML", html + "utf-8\n" + base64, "w6k=\n", "é", "Ã©");
+    row("base64, CR LF, HTML", crLf(html + "utf-8\n" + base64), "w6k=\r\n", "Ã©", "Ã©");
+    row("base64 in HTML up to its boundary", html + "\"utf-8\"\n" + base64, "QUJD\nREVG\n\n--b--\n", "ABCDEF",
+        "ABCDEF");
+    row("base64 in HTML, CR LF, blank line and no boundary", crLf(html + "\"utf-8\"\n" + base64),
+        "QUJD\r\n\r\nREVG\r\n", "ABCDEF", "ABC");
     for (const char *name : {"Base64", "BASE64"})
-        QTest::newRow(name) << plain + "\"utf-8\"\nContent-Transfer-Encoding: " + name + "\n"
-                            << QByteArray("QUJD\n") << "ABC"
-                            << "\n\nQUJD\n";
+        row(name, plain + "\"utf-8\"\nContent-Transfer-Encoding: " + name + "\n", "QUJD\n", "ABC",
+            "\n\nQUJD\n");
     for (const char *name : {"Quoted-printable", "QUOTED-PRINTABLE", "Quoted-Printable"})
-        QTest::newRow(name) << plain + "\"utf-8\"\nContent-Transfer-Encoding: " + name + "\n"
-                            << QByteArray("=41\n") << "A"
-                            << "\n\n=41\n";
-    QTest::newRow("second spelling of the encoding's header")
-        << plain + "\"utf-8\"\nContent-transfer-encoding: base64\n"
-        << QByteArray("QUJD\n") << "ABC"
-        << "\n\nQUJD\n";
-    QTest::newRow("third spelling") << plain + "\"utf-8\"\ncontent-transfer-encoding: base64\n"
-                                    << QByteArray("QUJD\n") << "\n\nQUJD\n"
-                                    << "ABC";
-    QTest::newRow("charset above the text")
-        << "X: charset=\"ISO-8859-1\"\n" + plain.left(26) + "\n" + quotedPrintable << QByteArray("=E9\n")
-        << "é" << QString(QChar(0xFFFD));
-    QTest::newRow("encoding of a later part")
-        << plain + "\"utf-8\"\n"
-        << QByteArray("a\nb\nContent-Transfer-Encoding: quoted-printable\n")
-        << "abContent-Transfer-Encoding: quoted-printable"
-        << "\n\na\nb\nContent-Transfer-Encoding: quoted-printable\n";
+        row(name, plain + "\"utf-8\"\nContent-Transfer-Encoding: " + name + "\n", "=41\n", "A", "\n\n=41\n");
+    row("second spelling of the encoding's header", plain + "\"utf-8\"\nContent-transfer-encoding: base64\n",
+        "QUJD\n", "ABC", "\n\nQUJD\n");
+    row("third spelling", plain + "\"utf-8\"\ncontent-transfer-encoding: base64\n", "QUJD\n", "\n\nQUJD\n",
+        "ABC");
+    row("charset above the text", "X: charset=\"ISO-8859-1\"\n" + plain.left(26) + "\n" + quotedPrintable,
+        "=E9\n", "é", QString(QChar(0xFFFD)));
+    row("encoding of a later part", plain + "\"utf-8\"\n",
+        "a\nb\nContent-Transfer-Encoding: quoted-printable\n",
+        "abContent-Transfer-Encoding: quoted-printable",
+        "\n\na\nb\nContent-Transfer-Encoding: quoted-printable\n");
     // The lines read are counted without their CR, so more of them are read than stand before the cut.
-    QTest::newRow("QP in HTML, CR LF, reads beyond the cut")
-        << crLf(html + "utf-8\n" + quotedPrintable) << crLf("a\nb\nc\n\n--b--\n") << "abc--b--"
-        << "abc--b--";
+    row("QP in HTML, CR LF, reads beyond the cut", crLf(html + "utf-8\n" + quotedPrintable),
+        crLf("a\nb\nc\n\n--b--\n"), "abc--b--", "abc--b--");
 }
 
 void TestPreview::decoding()
@@ -275,12 +239,10 @@ void TestPreview::decoding()
 // What stands behind the text, and how much of the body is left: from its first line to before the second one.
 void TestPreview::textEnd_data()
 {
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<bool>("file");
-    QTest::addColumn<bool>("mailbox");
+    const DataTable<QByteArray, bool, bool> table("line", "file", "mailbox");
 
-    const auto row = [](const QByteArray &line, bool file, bool mailbox) {
-        QTest::newRow(line.constData()) << line << file << mailbox;
+    const auto row = [&](const QByteArray &line, bool file, bool mailbox) {
+        table(line, line, file, mailbox);
     };
     row("Content-Type: text/x-vcard;\n", true, true);
     row("Content-Type: application/pdf\n", true, true);
@@ -351,25 +313,16 @@ void TestPreview::manyNamesOnOneLine()
 // Offset and length come from the list's texts, and the file may not be what it was.
 void TestPreview::spans_data()
 {
-    QTest::addColumn<QString>("offset");
-    QTest::addColumn<QString>("length");
-    QTest::addColumn<QStringList>("lines");
+    const DataTable<QString, QString, QStringList> row("offset", "length", "lines");
 
     const QStringList first{"To: a\n"};
-    QTest::newRow("whole") << "0"
-                           << "40" << first;
-    QTest::newRow("second") << "40"
-                            << "40" << QStringList{"To: b\n"};
-    QTest::newRow("length beyond the end") << "40"
-                                           << "9223372036854775807" << QStringList{"To: b\n"};
-    QTest::newRow("offset beyond the end") << "9223372036854775807"
-                                           << "40" << QStringList{};
-    QTest::newRow("negative offset") << "-9223372036854775808"
-                                     << "40" << QStringList{};
-    QTest::newRow("negative length") << "0"
-                                     << "-1" << QStringList{};
-    QTest::newRow("no numbers") << ""
-                                << "x" << QStringList{};
+    row("whole", "0", "40", first);
+    row("second", "40", "40", {"To: b\n"});
+    row("length beyond the end", "40", "9223372036854775807", {"To: b\n"});
+    row("offset beyond the end", "9223372036854775807", "40", {});
+    row("negative offset", "-9223372036854775808", "40", {});
+    row("negative length", "0", "-1", {});
+    row("no numbers", "", "x", {});
 }
 
 void TestPreview::spans()

@@ -1,6 +1,6 @@
 #include "app/main_window.h"
 #include "app/shared_state.h"
-#include "platform/open_url.h"
+#include "data_table.h"
 #include "store_files.h"
 
 #include <QAction>
@@ -9,27 +9,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTemporaryDir>
-
-// What the menus of the real window open: pages and addresses by the user's programs, dialogs as modal ones.
-class TestLinks : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void cleanup();
-    void entries_data();
-    void entries();
-    void emptyUrl();
-    void dialogs();
-
-public slots:
-    void keepUrl(const QUrl &url) { m_opened.append(url); } // stands for the user's browser and mail program
-
-private:
-    QTemporaryDir m_folder;
-    QList<QUrl> m_opened;
-};
 
 static const QStringList schemes{"https", "mailto", "file", ""};
 
@@ -45,81 +24,78 @@ static QAction *entry(const QMainWindow &window, const QString &text)
     return nullptr;
 }
 
-void TestLinks::init()
+// What the menus of the real window open: pages and addresses by the user's programs, dialogs as modal ones.
+class TestLinks : public QObject
 {
-    m_opened.clear();
-    for (const QString &scheme : schemes)
-        QDesktopServices::setUrlHandler(scheme, this, "keepUrl");
-}
+    Q_OBJECT
 
-void TestLinks::cleanup()
-{
-    for (const QString &scheme : schemes)
-        QDesktopServices::unsetUrlHandler(scheme);
-}
+private slots:
+    void init()
+    {
+        m_opened.clear();
+        for (const QString &scheme : schemes)
+            QDesktopServices::setUrlHandler(scheme, this, "keepUrl");
+    }
 
-void TestLinks::entries_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("url");
-    QTest::newRow("Email to Velmora Support") << "EmailToSupport"
-                                              << "a@b.example"
-                                              << "mailto:a@b.example";
-    QTest::newRow("View Support Section") << "ViewSupportLink"
-                                          << "https://b.example/v"
-                                          << "https://b.example/v";
-    QTest::newRow("Submit Enquiry") << "SubmitEnquiryLink"
-                                    << "https://b.example/s"
-                                    << "https://b.example/s";
-    QTest::newRow("View Knowledgebase Articles") << "KBLink"
-                                                 << "https://b.example/k"
-                                                 << "https://b.example/k";
-    QTest::newRow("Help Topics") << "none"
-                                 << ""
-                                 << "file:///opt/a b/help/Velmora_Mail_Converter.htm";
-}
+    void cleanup()
+    {
+        for (const QString &scheme : schemes)
+            QDesktopServices::unsetUrlHandler(scheme);
+    }
 
-void TestLinks::entries()
-{
-    QFETCH(QString, key);
-    QFETCH(QString, value);
-    QFETCH(QString, url);
-    HelpFilePath = "/opt/a b";
-    strPlistPath = m_folder.filePath("links.plist");
-    QFile::remove(strPlistPath);
+    void entries_data()
+    {
+        const DataTable<QString, QString, QString> row("key", "value", "url");
+        row("Email to Velmora Support", "EmailToSupport", "a@b.example", "mailto:a@b.example");
+        row("View Support Section", "ViewSupportLink", "https://b.example/v", "https://b.example/v");
+        row("Submit Enquiry", "SubmitEnquiryLink", "https://b.example/s", "https://b.example/s");
+        row("View Knowledgebase Articles", "KBLink", "https://b.example/k", "https://b.example/k");
+        row("Help Topics", "none", "", "file:///opt/a b/help/Velmora_Mail_Converter.htm");
+    }
 
-    const QConverterMainWindow window;
-    QAction *action = entry(window, QTest::currentDataTag());
-    QVERIFY(action);
-    const bool needsKey = !value.isEmpty();
-    if (needsKey) {
+    void entries()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, value);
+        QFETCH(QString, url);
+        HelpFilePath = "/opt/a b";
+        strPlistPath = m_folder.filePath("links.plist");
+        QFile::remove(strPlistPath);
+
+        const QConverterMainWindow window;
+        QAction *action = entry(window, QTest::currentDataTag());
+        QVERIFY(action);
+        const bool needsKey = !value.isEmpty();
+        if (needsKey) {
+            action->trigger();
+            QCOMPARE(m_opened, QList<QUrl>()); // without an address nothing happens
+            const QString text = "<plist><dict><key>%1</key><string>%2</string></dict></plist>";
+            writeFiles(m_folder.path(), {{"links.plist", text.arg(key, value).toUtf8()}});
+        }
         action->trigger();
-        QCOMPARE(m_opened, QList<QUrl>()); // without an address nothing happens
-        const QString text = "<plist><dict><key>%1</key><string>%2</string></dict></plist>";
-        writeFiles(m_folder.path(), {{"links.plist", text.arg(key, value).toUtf8()}});
+        QCOMPARE(m_opened, QList<QUrl>{QUrl(url)});
     }
-    action->trigger();
-    QCOMPARE(m_opened, QList<QUrl>{QUrl(url)});
-}
 
-void TestLinks::emptyUrl()
-{
-    openUrl(QUrl());
-    QCOMPARE(m_opened, QList<QUrl>());
-}
-
-void TestLinks::dialogs()
-{
-    const QConverterMainWindow window;
-    QCOMPARE(window.menuBar()->actions().first()->menu()->actions().last(), entry(window, "Preferences..."));
-    for (const char *text : {"About", "Preferences..."}) {
-        entry(window, text)->trigger();
-        QTRY_VERIFY(qobject_cast<QDialog *>(QApplication::activeModalWidget()));
-        QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
-        QTRY_VERIFY(!QApplication::activeModalWidget());
+    void dialogs()
+    {
+        const QConverterMainWindow window;
+        QCOMPARE(window.menuBar()->actions().first()->menu()->actions().last(),
+                 entry(window, "Preferences..."));
+        for (const char *text : {"About", "Preferences..."}) {
+            entry(window, text)->trigger();
+            QTRY_VERIFY(qobject_cast<QDialog *>(QApplication::activeModalWidget()));
+            QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+            QTRY_VERIFY(!QApplication::activeModalWidget());
+        }
     }
-}
+
+public slots:
+    void keepUrl(const QUrl &url) { m_opened.append(url); } // stands for the user's browser and mail program
+
+private:
+    QTemporaryDir m_folder;
+    QList<QUrl> m_opened;
+};
 
 QTEST_MAIN(TestLinks)
 #include "test_links.moc"

@@ -14,6 +14,29 @@ void settle()
 {
     QTest::qWait(300);
 }
+
+// Counts who connects to it.
+struct Listener {
+    Listener()
+    {
+        QObject::connect(&server, &QTcpServer::newConnection, [this] {
+            ++connections;
+            server.nextPendingConnection()->close();
+        });
+        server.listen(QHostAddress::LocalHost);
+    }
+    QString address() const { return QString("http://127.0.0.1:%1/").arg(server.serverPort()); }
+
+    QTcpServer server;
+    int connections = 0;
+};
+
+// What the toolkit shows without our guards.
+class OpenView : public QWebView
+{
+public:
+    OpenView() { settings()->setAttribute(QWebSettings::PluginsEnabled, true); }
+};
 } // namespace
 
 class TestMailView : public QObject
@@ -21,111 +44,106 @@ class TestMailView : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
     void loadsNothing_data();
     void loadsNothing();
-    void listenerNoticesALoad();
     void scriptsDoNotRun();
     void clickIsHandedOver();
     void showsWhatItCarries();
     void refusesDropsAndMenu();
     void allowList_data();
     void allowList();
-
-private:
-    QString address() const { return QString("http://127.0.0.1:%1/").arg(m_server->serverPort()); }
-    int connections() const { return m_connections; }
-
-    QScopedPointer<QTcpServer> m_server;
-    int m_connections = 0;
 };
 
-void TestMailView::init()
-{
-    m_server.reset(new QTcpServer);
-    m_connections = 0;
-    QVERIFY(m_server->listen(QHostAddress::LocalHost));
-    connect(m_server.data(), &QTcpServer::newConnection, this, [this] {
-        ++m_connections;
-        m_server->nextPendingConnection()->close();
-    });
-}
-
-// %1 is the listener's address.
+// %1 is the listener's address. `needs` is what must be true in scripts, or the toolkit lacks what the page uses.
 void TestMailView::loadsNothing_data()
 {
     QTest::addColumn<QString>("html");
+    QTest::addColumn<QString>("needs");
 
-    QTest::newRow("picture") << "<img src='%1a.png'>";
-    QTest::newRow("picture set") << "<img srcset='%1a.png 1x'>";
-    QTest::newRow("background") << "<body background='%1a.png'>x";
-    QTest::newRow("style sheet") << "<link rel='stylesheet' href='%1a.css'>x";
-    QTest::newRow("import") << "<style>@import url(%1a.css);</style>x";
-    QTest::newRow("font")
-        << "<style>@font-face{font-family:f;src:url(%1f.ttf)} p{font-family:f}</style><p>x</p>";
-    QTest::newRow("picture of a style") << "<p style='background:url(%1a.png)'>x</p>";
-    QTest::newRow("script") << "<script src='%1a.js'></script>x";
-    QTest::newRow("frame") << "<iframe src='%1'></iframe>";
-    QTest::newRow("frame set") << "<frameset><frame src='%1'></frameset>";
-    QTest::newRow("object") << "<object data='%1a' type='text/html'></object>";
-    QTest::newRow("plug-in") << "<embed src='%1a' type='application/x-shockwave-flash'>";
-    QTest::newRow("sound and film")
-        << "<audio autoplay src='%1a'></audio><video autoplay src='%1a' poster='%1b'></video>";
-    QTest::newRow("refresh") << "<meta http-equiv='refresh' content='0;url=%1'>x";
-    QTest::newRow("base") << "<base href='%1'><img src='a.png'>";
-    QTest::newRow("icon and prefetch") << "<link rel='icon' href='%1i'><link rel='prefetch' href='%1p'>x";
-    QTest::newRow("drawing") << "<svg><image xlink:href='%1a.png' width='9' height='9'/></svg>";
-    QTest::newRow("frame inside carried text")
-        << "<iframe src=\"data:text/html,<img src='%1a.png'>\"></iframe>";
-    QTest::newRow("script link") << "<iframe src=\"javascript:location='%1'\"></iframe>";
-    QTest::newRow("form") << "<body onload='document.forms[0].submit()'><form action='%1'></form>";
+    const auto row = [](const char *name, const char *html, const char *needs = "true") {
+        QTest::newRow(name) << html << needs;
+    };
+    row("picture", "<img src='%1a.png'>");
+    row("picture set", "<img srcset='%1a.png 1x'>");
+    row("background", "<body background='%1a.png'>x");
+    row("style sheet", "<link rel='stylesheet' href='%1a.css'>x");
+    row("import", "<style>@import url(%1a.css);</style>x");
+    row("font", "<style>@font-face{font-family:f;src:url(%1f.ttf)} p{font-family:f}</style><p>x</p>");
+    row("picture of a style", "<p style='background:url(%1a.png)'>x</p>");
+    row("script", "<script src='%1a.js'></script>x");
+    row("script that goes elsewhere", "<script>location='%1'</script>x");
+    row("web socket", "<script>new WebSocket('%1'.replace('http', 'ws'))</script>x", "window.WebSocket");
+    row("frame", "<iframe src='%1'></iframe>");
+    row("frame set", "<frameset><frame src='%1'></frameset>");
+    row("object", "<object data='%1a' type='text/html'></object>");
+    row("embedded page", "<embed src='%1a' type='text/html'>");
+    row("sound", "<audio autoplay src='%1a.wav'></audio>", "new Audio().canPlayType('audio/wav')");
+    row("film", "<video autoplay src='%1a.mp4' poster='%1b'></video>",
+        "document.createElement('video').canPlayType('video/mp4')");
+    row("refresh", "<meta http-equiv='refresh' content='0;url=%1'>x");
+    row("base", "<base href='%1'><img src='a.png'>");
+    row("prefetch", "<link rel='prefetch' href='%1p'>x");
+    row("drawing", "<svg><image xlink:href='%1a.png' width='9' height='9'/></svg>");
+    row("frame inside carried text", "<iframe src=\"data:text/html,<img src='%1a.png'>\"></iframe>");
+    row("script link", "<iframe src=\"javascript:parent.location='%1'\"></iframe>");
+    row("form", "<body onload='document.forms[0].submit()'><form action='%1'></form>");
 }
 
+// Each page does connect in a view without guards.
 void TestMailView::loadsNothing()
 {
     QFETCH(QString, html);
+    QFETCH(QString, needs);
+    Listener open;
+    OpenView openView;
+    if (!openView.page()->mainFrame()->evaluateJavaScript("!!(" + needs + ")").toBool())
+        QSKIP("the toolkit can't do this here");
+    openView.show();
+    openView.setHtml(html.arg(open.address()), QUrl());
+    QTRY_VERIFY(open.connections > 0);
+
+    Listener listener;
     MailView view;
     view.show();
-    view.setHtml(html.arg(address()), QUrl());
+    view.setHtml(html.arg(listener.address()), QUrl());
     settle();
-    QCOMPARE(connections(), 0);
+    QCOMPARE(listener.connections, 0);
     QVERIFY(view.url().isEmpty() || view.url() == QUrl("about:blank"));
-}
-
-// The listener would notice: an ordinary view does load.
-void TestMailView::listenerNoticesALoad()
-{
-    QWebView view;
-    view.setHtml("<img src='" + address() + "a.png'>", QUrl());
-    QTRY_VERIFY(connections() > 0);
 }
 
 void TestMailView::scriptsDoNotRun()
 {
+    const QString html = "<p id='p'>before</p><img src='x:' onerror=\"p.innerHTML += ' event'\">"
+                         "<script>p.innerHTML += ' script'</script>";
+    const auto shown = [](const QWebView &view) {
+        return view.page()->mainFrame()->findFirstElement("#p").toPlainText();
+    };
+    OpenView openView;
+    openView.setHtml(html, QUrl());
+    QTRY_VERIFY(shown(openView).contains("script") && shown(openView).contains("event"));
     MailView view;
-    view.setHtml("<p id='p'>before</p><script>document.getElementById('p').innerHTML = 'after'</script>"
-                 "<img src='x:' onerror=\"document.getElementById('p').innerHTML = 'after'\">",
-                 QUrl());
+    view.setHtml(html, QUrl());
     settle();
-    QCOMPARE(view.page()->mainFrame()->findFirstElement("#p").toPlainText(), QString("before"));
+    QCOMPARE(shown(view), QString("before"));
 }
 
 // A click leaves the page as it is and goes to whoever opens links.
 void TestMailView::clickIsHandedOver()
 {
+    Listener listener;
     MailView view;
     QObject::disconnect(&view, &QWebView::linkClicked, nullptr, nullptr); // no browser in a test
     QSignalSpy clicked(&view, &QWebView::linkClicked);
     view.resize(300, 200);
     view.show();
-    view.setHtml("<a target='_blank' href='" + address() + "'>a link</a>", QUrl());
+    view.setHtml("<a target='_blank' href='" + listener.address() + "'>a link</a>", QUrl());
     settle();
     const QRect link = view.page()->mainFrame()->findFirstElement("a").geometry();
     QTest::mouseClick(&view, Qt::LeftButton, Qt::NoModifier, link.center());
     settle();
     QCOMPARE(clicked.count(), 1);
-    QCOMPARE(clicked.at(0).at(0).toUrl(), QUrl(address()));
-    QCOMPARE(connections(), 0);
+    QCOMPARE(clicked.at(0).at(0).toUrl(), QUrl(listener.address()));
+    QCOMPARE(listener.connections, 0);
     QCOMPARE(view.page()->mainFrame()->toPlainText(), QString("a link"));
 }
 

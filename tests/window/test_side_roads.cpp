@@ -1,3 +1,4 @@
+#include "data_table.h"
 #include "store_files.h"
 #include "window_robot.h"
 
@@ -22,359 +23,316 @@ class TestSideRoads : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void stopScan_data();
-    void stopScan();
-    void stopSave_data();
-    void stopSave();
-    void saveWhileSaving();
-    void replaceQuestion_data();
-    void replaceQuestion();
-    void nothingTicked();
-    void nothingFound();
-    void closeWhileScanning();
-    void closeQuestion_data();
-    void closeQuestion();
-    void closeWhileSaving();
-    void cancelledTarget_data();
-    void cancelledTarget();
-    void endedEarly();
-    void endedWithoutASign();
-    void unreadableMailbox();
-    void unwritableTarget();
+    void init()
+    {
+        m_dir.reset(new QTemporaryDir);
+        writeFiles(store(), {{"Mail/Local Folders/Inbox", large}, {"Mail/Local Folders/Sent", large}});
+        QVERIFY(QDir().mkpath(out()));
+    }
+
+    void stopScan_data() { noAndYes("stop"); }
+
+    // After a stop the folders reached are there, can be listed and saved.
+    void stopScan()
+    {
+        QFETCH(bool, stop);
+        WindowRobot robot;
+        WorkerGate gate = holdScan(50);
+        robot.choose(3, store());
+        robot.start();
+        QTRY_VERIFY(gate.isHolding() && robot.progress());
+        QVERIFY(!m_pParseDatabase->isVisible());
+        QVERIFY(!m_pMyOpenButton->isEnabled() && !m_pMySaveButton->isEnabled());
+        QTest::keyClick(robot.progress(), Qt::Key_Escape);
+        robot.progress()->close();
+        QVERIFY(robot.progress());
+        robot.fileAction(0)->trigger(); // Open while a scan runs changes nothing
+        QVERIFY(robot.progress() && !m_pParseDatabase->isVisible());
+
+        robot.expectBox(abortQuestion, stop ? QMessageBox::Yes : QMessageBox::No);
+        robot.expectBox(stop ? "\nProcess Aborted." : scanDone, QMessageBox::Ok);
+        robot.click(robot.progress(), "stopButton");
+        QCOMPARE(bStopFlag.load(), stop);
+        QCOMPARE(robot.progress() != nullptr, !stop);
+        gate.open();
+        QTRY_VERIFY(robot.isQuiet() && !pMessageSavingThread->isRunning());
+        robot.settle();
+        QVERIFY(m_pMyOpenButton->isEnabled() && m_pMySaveButton->isEnabled() &&
+                robot.fileAction(1)->isEnabled());
+        QTreeWidgetItem *parent = robot.folder("Mail/Local Folders");
+        QCOMPARE(parent->childCount(), stop ? 1 : 2);
+        robot.clickFolder("Mail/Local Folders/" + parent->child(0)->text(0));
+        QCOMPARE(robot.statusCount(), QString("3000"));
+    }
+
+    void stopSave_data()
+    {
+        const DataTable<double, bool, QString> row("heldFrom", "stop", "text");
+        const QString aborted = "\nProcess aborted. File saved Successfully at location ";
+        row("No", 50.0, false, "\nFile saved successfully at location ");
+        row("Yes", 50.0, true, aborted);
+        row("before anything is written", 0.0, true, "");
+    }
+
+    void stopSave()
+    {
+        QFETCH(double, heldFrom);
+        QFETCH(bool, stop);
+        QFETCH(QString, text);
+        WindowRobot robot;
+        scanAndTick(&robot);
+        WorkerGate gate = holdSave(heldFrom);
+        robot.save("radioButtonforOutlook", out());
+        QTRY_VERIFY(gate.isHolding() && robot.progress());
+        QCOMPARE(robot.in<QLabel>(robot.progress(), "SearchLabel")->text(),
+                 QString("Saving Database File ..."));
+
+        robot.expectBox(abortQuestion, stop ? QMessageBox::Yes : QMessageBox::No);
+        robot.click(robot.progress(), "stopButton");
+        QVERIFY(robot.isQuiet());
+        gate.open();
+        QTRY_VERIFY(!pMailSaving->isRunning());
+        robot.settle();
+        QCOMPARE(robot.importWindow()->isVisible(), !text.isEmpty());
+        if (!text.isEmpty())
+            QCOMPARE(robot.closingText(), text + bundle());
+        QVERIFY(!robot.progress() && !IsPreview && !FileSavingIdentification == stop);
+        QVERIFY(m_pMyOpenButton->isEnabled() && m_pMySaveButton->isEnabled() &&
+                robot.fileAction(1)->isEnabled());
+        QVERIFY(robot.tree()->isEnabled());
+        // A stopped save leaves the marks, so that it can be done again.
+        QCOMPARE(robot.folder("")->checkState(0), stop ? Qt::Checked : Qt::Unchecked);
+    }
+
+    // The save that runs is neither stopped nor joined by another one.
+    void saveWhileSaving()
+    {
+        WindowRobot robot;
+        scanAndTick(&robot);
+        WorkerGate gate = holdSave(50);
+        robot.save("radioButtonforOutlook", out());
+        QTRY_VERIFY(gate.isHolding());
+        QVERIFY(!m_pMySaveButton->isEnabled() && !robot.fileAction(1)->isEnabled());
+        SaveAsWindow *before = m_pSaveAs;
+        robot.window->OnSavingFiles();
+        robot.window->OnOpenFile();
+        QCOMPARE(m_pSaveAs, before);
+        QVERIFY(!bStopFlag && StartMailItem);
+        gate.open();
+        QTRY_VERIFY(robot.importWindow()->isVisible());
+        QCOMPARE(QFileInfo(bundle() + "/Mail/Local Folders/Inbox.mbox").size(), qint64(large.size() + 1));
+    }
+
+    void replaceQuestion_data() { noAndYes("replace"); }
+
+    void replaceQuestion()
+    {
+        QFETCH(bool, replace);
+        writeFiles(bundle(), {{"old", "old"}});
+        WindowRobot robot;
+        robot.scan(store());
+        robot.tick("Mail/Local Folders/Sent");
+        robot.click(m_pMySaveButton);
+        QVERIFY(m_pSaveAs->isVisible());
+        robot.expectFileDialog(out());
+        robot.expectBox("\nMain Identity.rge already exists at this location. Do you want to replace it?",
+                        replace ? QMessageBox::Yes : QMessageBox::No);
+        robot.click(m_pSaveAs, "Ok_Button");
+        QVERIFY2(robot.isQuiet(), qPrintable(robot.surprises()));
+        if (!replace) {
+            QVERIFY(m_pSaveAs->isVisible());
+            QCOMPARE(readFiles(bundle()), (FileMap{{"old", "old"}}));
+            return;
+        }
+        QTRY_VERIFY(robot.importWindow()->isVisible());
+        const FileMap written = readFiles(bundle());
+        QVERIFY(!written.contains("old"));
+        QCOMPARE(written.value("Mail/Local Folders/Sent.mbox"), large + "\n");
+    }
+
+    void nothingTicked()
+    {
+        WindowRobot robot;
+        robot.scan(store());
+        robot.expectBox("Select a folder to save.", QMessageBox::Ok);
+        robot.click(m_pMySaveButton);
+        QVERIFY(robot.isQuiet());
+        QVERIFY(!m_pSaveAs->isVisible());
+    }
+
+    void nothingFound()
+    {
+        WindowRobot robot;
+        robot.choose(3, out());
+        robot.expectBox("\nSelected file is either invalid or empty.", QMessageBox::Ok);
+        robot.start();
+        QTRY_VERIFY(robot.isQuiet());
+        robot.settle();
+        QVERIFY(!robot.progress());
+        QVERIFY(m_pMyOpenButton->isEnabled() && !m_pMySaveButton->isEnabled() &&
+                !robot.fileAction(1)->isEnabled());
+        QVERIFY(m_selectedFile.isEmpty());
+        robot.click(m_pMyOpenButton); // no question
+        QVERIFY(m_pParseDatabase->isVisible());
+        robot.scan(store());
+        QCOMPARE(robot.folder("Mail/Local Folders")->childCount(), 2);
+    }
+
+    void closeWhileScanning()
+    {
+        WindowRobot robot;
+        WorkerGate gate = holdScan(50);
+        robot.choose(3, store());
+        robot.start();
+        QTRY_VERIFY(gate.isHolding());
+        robot.expectBox("Application Running !!\nPlease halt the current process to Exit.", QMessageBox::Ok);
+        QVERIFY(!robot.window->close());
+        QVERIFY(robot.isQuiet());
+        QVERIFY(robot.progress());
+        robot.expectBox(scanDone, QMessageBox::Ok);
+        gate.open();
+        QTRY_VERIFY(robot.isQuiet());
+    }
+
+    void closeQuestion_data() { noAndYes("close"); }
+
+    void closeQuestion()
+    {
+        QFETCH(bool, close);
+        WindowRobot robot;
+        robot.expectBox("\nDo you want to close Velmora Mail Converter? ",
+                        close ? QMessageBox::Yes : QMessageBox::No);
+        QCOMPARE(robot.window->close(), close);
+        QVERIFY(robot.isQuiet());
+        QCOMPARE(closeevent, close ? 1 : 0);
+        if (close)
+            QVERIFY(robot.window->close()); // asked once only
+    }
+
+    // The program ends while a save runs: the save is stopped and waited for.
+    void closeWhileSaving()
+    {
+        {
+            WindowRobot robot;
+            scanAndTick(&robot);
+            WorkerGate gate = holdSave(50);
+            robot.save("radioButtonforOutlook", out());
+            QTRY_VERIFY(gate.isHolding());
+            robot.expectBox("\nDo you want to close Velmora Mail Converter? ", QMessageBox::Yes);
+            QVERIFY(robot.window->close());
+        }
+        QVERIFY(!pMailSaving);
+    }
+
+    void cancelledTarget_data()
+    {
+        const DataTable<QByteArray> row("way");
+        for (const char *way : {"Cancel", "Escape", "close box", "file dialog"})
+            row(way, QByteArray(way));
+    }
+
+    void cancelledTarget()
+    {
+        QFETCH(QByteArray, way);
+        WindowRobot robot;
+        scanAndTick(&robot);
+        robot.click(m_pMySaveButton);
+        QVERIFY(m_pSaveAs->isVisible());
+        if (way == "Cancel")
+            robot.click(m_pSaveAs, "CloseButton");
+        else if (way == "Escape")
+            QTest::keyClick(m_pSaveAs, Qt::Key_Escape);
+        else if (way == "close box")
+            m_pSaveAs->close();
+        else
+            robot.expectFileDialog(""), robot.click(m_pSaveAs, "Ok_Button");
+        QVERIFY(robot.isQuiet());
+        QVERIFY(!m_pSaveAs->isVisible() && !pMailSaving->isRunning());
+        QVERIFY(m_pMyOpenButton->isEnabled() && m_pMySaveButton->isEnabled() && robot.tree()->isEnabled());
+        QVERIFY(readFiles(out()).isEmpty());
+    }
+
+    // A reader that gives up at a file sends no end signal: its dialog stays, says which file, and Stop ends it.
+    void endedEarly()
+    {
+        WindowRobot robot;
+        robot.choose(3, store());
+        pMessageSavingThread->m_mailClientIndex = 99; // no reader: the thread ends at once
+        const QString reason = "can't be read: /a/" + QString("very long folder/").repeated(12) + "file";
+        const auto givingUp = connect(
+            pMessageSavingThread, &QThread::started, pMessageSavingThread,
+            [&] {
+                emit pMessageSavingThread->OnShowProgressDlg();
+                reportProblem(reason);
+            },
+            Qt::DirectConnection);
+        robot.start();
+        QTRY_VERIFY(!pMessageSavingThread->isRunning() && robot.progress());
+        disconnect(givingUp);
+        QLabel *label = robot.in<QLabel>(robot.progress(), "SearchLabel");
+        QTRY_VERIFY(label->text().startsWith(reason));
+        QVERIFY(label->text().contains("Stop") && label->height() > 60);
+        QVERIFY(robot.progress()->height() >= label->geometry().bottom());
+        robot.expectBox(abortQuestion, QMessageBox::Yes);
+        robot.expectBox("\nProcess Aborted.", QMessageBox::Ok);
+        robot.click(robot.progress(), "stopButton");
+        QVERIFY2(robot.isQuiet(), qPrintable(robot.surprises()));
+        QVERIFY(!robot.progress() && m_pMyOpenButton->isEnabled() && robot.tree()->isEnabled());
+        robot.expectBox(
+            "Current scan information will be discarded if you select another mailbox. Do you want to "
+            "continue?",
+            QMessageBox::Yes);
+        robot.click(m_pMyOpenButton);
+        robot.scan(store()); // the stop that came after the end stops nothing later
+        QCOMPARE(robot.folder("Mail/Local Folders")->childCount(), 2);
+    }
+
+    void endedWithoutASign()
+    {
+        WindowRobot robot;
+        robot.choose(3, store());
+        pMessageSavingThread->m_mailClientIndex = 99;
+        robot.expectBox("The process ended before it was done.", QMessageBox::Ok);
+        robot.start();
+        QTRY_VERIFY2(robot.isQuiet(), qPrintable(robot.surprises()));
+        QVERIFY(m_pMyOpenButton->isEnabled() && !robot.progress());
+    }
+
+    // The closing window says what is missing from the bundle.
+    void unreadableMailbox()
+    {
+        WindowRobot robot;
+        scanAndTick(&robot);
+        QVERIFY(QFile::remove(store() + "/Mail/Local Folders/Sent"));
+        robot.save("radioButtonforOutlook", out());
+        QTRY_VERIFY(robot.importWindow()->isVisible());
+        const QString text = robot.closingText();
+        QVERIFY2(text.startsWith("\nFile saved successfully at location " + bundle() + "\n\n"),
+                 qPrintable(text));
+        QVERIFY2(text.contains(store() + "/Mail/Local Folders/Sent"), qPrintable(text));
+        QLabel *label = robot.in<QLabel>(robot.importWindow(), "InfoLabels");
+        QVERIFY(label->height() > 62);
+        QVERIFY(!label->geometry().intersects(robot.in<QLabel>(robot.importWindow(), "label_3")->geometry()));
+    }
 
 private:
+    static void noAndYes(const char *answer)
+    {
+        const DataTable<bool> row(answer);
+        row("No", false);
+        row("Yes", true);
+    }
+    void scanAndTick(WindowRobot *robot) const
+    {
+        robot->scan(store());
+        robot->tick("");
+    }
     QString store() const { return m_dir->filePath("profile"); }
     QString out() const { return m_dir->filePath("out"); }
     QString bundle() const { return out() + "/Main Identity.rge"; }
 
     QScopedPointer<QTemporaryDir> m_dir;
 };
-
-void TestSideRoads::init()
-{
-    m_dir.reset(new QTemporaryDir);
-    writeFiles(store(), {{"Mail/Local Folders/Inbox", large}, {"Mail/Local Folders/Sent", large}});
-    QVERIFY(QDir().mkpath(out()));
-}
-
-void TestSideRoads::stopScan_data()
-{
-    QTest::addColumn<bool>("stop");
-    QTest::newRow("No") << false;
-    QTest::newRow("Yes") << true;
-}
-
-// After a stop the folders reached are there, can be listed and saved.
-void TestSideRoads::stopScan()
-{
-    QFETCH(bool, stop);
-    WindowRobot robot;
-    WorkerGate gate = holdScan(50);
-    robot.choose(3, store());
-    robot.start();
-    QTRY_VERIFY(gate.isHolding() && robot.progress());
-    QVERIFY(!m_pParseDatabase->isVisible());
-    QVERIFY(!m_pMyOpenButton->isEnabled() && !m_pMySaveButton->isEnabled());
-    QTest::keyClick(robot.progress(), Qt::Key_Escape);
-    robot.progress()->close();
-    QVERIFY(robot.progress());
-    robot.fileAction(0)->trigger(); // Open while a scan runs changes nothing
-    QVERIFY(robot.progress() && !m_pParseDatabase->isVisible());
-
-    robot.expectBox(abortQuestion, stop ? QMessageBox::Yes : QMessageBox::No);
-    robot.expectBox(stop ? "\nProcess Aborted." : scanDone, QMessageBox::Ok);
-    robot.click(robot.progress(), "stopButton");
-    QCOMPARE(bStopFlag.load(), stop);
-    QCOMPARE(robot.progress() != nullptr, !stop);
-    gate.open();
-    QTRY_VERIFY(robot.isQuiet() && !pMessageSavingThread->isRunning());
-    robot.settle();
-    QVERIFY(m_pMyOpenButton->isEnabled() && m_pMySaveButton->isEnabled() && robot.fileAction(1)->isEnabled());
-    QTreeWidgetItem *parent = robot.folder("Mail/Local Folders");
-    QCOMPARE(parent->childCount(), stop ? 1 : 2);
-    robot.clickFolder("Mail/Local Folders/" + parent->child(0)->text(0));
-    QCOMPARE(robot.statusCount(), QString("3000"));
-}
-
-void TestSideRoads::stopSave_data()
-{
-    QTest::addColumn<double>("heldFrom");
-    QTest::addColumn<bool>("stop");
-    QTest::addColumn<QString>("text");
-    const QString aborted = "\nProcess aborted. File saved Successfully at location ";
-    QTest::newRow("No") << 50.0 << false << "\nFile saved successfully at location ";
-    QTest::newRow("Yes") << 50.0 << true << aborted;
-    QTest::newRow("before anything is written") << 0.0 << true << "";
-}
-
-void TestSideRoads::stopSave()
-{
-    QFETCH(double, heldFrom);
-    QFETCH(bool, stop);
-    QFETCH(QString, text);
-    WindowRobot robot;
-    robot.scan(store());
-    robot.tick("");
-    WorkerGate gate = holdSave(heldFrom);
-    robot.save("radioButtonforOutlook", out());
-    QTRY_VERIFY(gate.isHolding() && robot.progress());
-    QCOMPARE(robot.in<QLabel>(robot.progress(), "SearchLabel")->text(), QString("Saving Database File ..."));
-
-    robot.expectBox(abortQuestion, stop ? QMessageBox::Yes : QMessageBox::No);
-    robot.click(robot.progress(), "stopButton");
-    QVERIFY(robot.isQuiet());
-    gate.open();
-    QTRY_VERIFY(!pMailSaving->isRunning());
-    robot.settle();
-    QCOMPARE(robot.importWindow()->isVisible(), !text.isEmpty());
-    if (!text.isEmpty())
-        QCOMPARE(robot.closingText(), text + bundle());
-    QVERIFY(!robot.progress() && !IsPreview && !FileSavingIdentification == stop);
-    QVERIFY(m_pMyOpenButton->isEnabled() && m_pMySaveButton->isEnabled() && robot.fileAction(1)->isEnabled());
-    QVERIFY(robot.tree()->isEnabled());
-    // A stopped save leaves the marks, so that it can be done again.
-    QCOMPARE(robot.folder("")->checkState(0), stop ? Qt::Checked : Qt::Unchecked);
-}
-
-// The save that runs is neither stopped nor joined by another one.
-void TestSideRoads::saveWhileSaving()
-{
-    WindowRobot robot;
-    robot.scan(store());
-    robot.tick("");
-    WorkerGate gate = holdSave(50);
-    robot.save("radioButtonforOutlook", out());
-    QTRY_VERIFY(gate.isHolding());
-    QVERIFY(!m_pMySaveButton->isEnabled() && !robot.fileAction(1)->isEnabled());
-    SaveAsWindow *before = m_pSaveAs;
-    robot.window->OnSavingFiles();
-    robot.window->OnOpenFile();
-    QCOMPARE(m_pSaveAs, before);
-    QVERIFY(!bStopFlag && StartMailItem);
-    gate.open();
-    QTRY_VERIFY(robot.importWindow()->isVisible());
-    QCOMPARE(QFileInfo(bundle() + "/Mail/Local Folders/Inbox.mbox").size(), qint64(large.size() + 1));
-}
-
-void TestSideRoads::replaceQuestion_data()
-{
-    QTest::addColumn<bool>("replace");
-    QTest::newRow("No") << false;
-    QTest::newRow("Yes") << true;
-}
-
-void TestSideRoads::replaceQuestion()
-{
-    QFETCH(bool, replace);
-    writeFiles(bundle(), {{"old", "old"}});
-    WindowRobot robot;
-    robot.scan(store());
-    robot.tick("Mail/Local Folders/Sent");
-    robot.click(m_pMySaveButton);
-    QVERIFY(m_pSaveAs->isVisible());
-    robot.expectFileDialog(out());
-    robot.expectBox("\nMain Identity.rge already exists at this location. Do you want to replace it?",
-                    replace ? QMessageBox::Yes : QMessageBox::No);
-    robot.click(m_pSaveAs, "Ok_Button");
-    QVERIFY2(robot.isQuiet(), qPrintable(robot.surprises()));
-    if (!replace) {
-        QVERIFY(m_pSaveAs->isVisible());
-        QCOMPARE(readFiles(bundle()), (FileMap{{"old", "old"}}));
-        return;
-    }
-    QTRY_VERIFY(robot.importWindow()->isVisible());
-    const FileMap written = readFiles(bundle());
-    QVERIFY(!written.contains("old"));
-    QCOMPARE(written.value("Mail/Local Folders/Sent.mbox"), large + "\n");
-}
-
-void TestSideRoads::nothingTicked()
-{
-    WindowRobot robot;
-    robot.scan(store());
-    robot.expectBox("Select a folder to save.", QMessageBox::Ok);
-    robot.click(m_pMySaveButton);
-    QVERIFY(robot.isQuiet());
-    QVERIFY(!m_pSaveAs->isVisible());
-}
-
-void TestSideRoads::nothingFound()
-{
-    WindowRobot robot;
-    robot.choose(3, out());
-    robot.expectBox("\nSelected file is either invalid or empty.", QMessageBox::Ok);
-    robot.start();
-    QTRY_VERIFY(robot.isQuiet());
-    robot.settle();
-    QVERIFY(!robot.progress());
-    QVERIFY(m_pMyOpenButton->isEnabled() && !m_pMySaveButton->isEnabled() &&
-            !robot.fileAction(1)->isEnabled());
-    QVERIFY(m_selectedFile.isEmpty());
-    robot.click(m_pMyOpenButton); // no question
-    QVERIFY(m_pParseDatabase->isVisible());
-    robot.scan(store());
-    QCOMPARE(robot.folder("Mail/Local Folders")->childCount(), 2);
-}
-
-void TestSideRoads::closeWhileScanning()
-{
-    WindowRobot robot;
-    WorkerGate gate = holdScan(50);
-    robot.choose(3, store());
-    robot.start();
-    QTRY_VERIFY(gate.isHolding());
-    robot.expectBox("Application Running !!\nPlease halt the current process to Exit.", QMessageBox::Ok);
-    QVERIFY(!robot.window->close());
-    QVERIFY(robot.isQuiet());
-    QVERIFY(robot.progress());
-    robot.expectBox(scanDone, QMessageBox::Ok);
-    gate.open();
-    QTRY_VERIFY(robot.isQuiet());
-}
-
-void TestSideRoads::closeQuestion_data()
-{
-    QTest::addColumn<bool>("close");
-    QTest::newRow("No") << false;
-    QTest::newRow("Yes") << true;
-}
-
-void TestSideRoads::closeQuestion()
-{
-    QFETCH(bool, close);
-    WindowRobot robot;
-    robot.expectBox("\nDo you want to close Velmora Mail Converter? ",
-                    close ? QMessageBox::Yes : QMessageBox::No);
-    QCOMPARE(robot.window->close(), close);
-    QVERIFY(robot.isQuiet());
-    QCOMPARE(closeevent, close ? 1 : 0);
-    if (close)
-        QVERIFY(robot.window->close()); // asked once only
-}
-
-// The program ends while a save runs: the save is stopped and waited for.
-void TestSideRoads::closeWhileSaving()
-{
-    {
-        WindowRobot robot;
-        robot.scan(store());
-        robot.tick("");
-        WorkerGate gate = holdSave(50);
-        robot.save("radioButtonforOutlook", out());
-        QTRY_VERIFY(gate.isHolding());
-        robot.expectBox("\nDo you want to close Velmora Mail Converter? ", QMessageBox::Yes);
-        QVERIFY(robot.window->close());
-    }
-    QVERIFY(!pMailSaving);
-}
-
-void TestSideRoads::cancelledTarget_data()
-{
-    QTest::addColumn<QByteArray>("way");
-    for (const char *way : {"Cancel", "Escape", "close box", "file dialog"})
-        QTest::newRow(way) << QByteArray(way);
-}
-
-void TestSideRoads::cancelledTarget()
-{
-    QFETCH(QByteArray, way);
-    WindowRobot robot;
-    robot.scan(store());
-    robot.tick("");
-    robot.click(m_pMySaveButton);
-    QVERIFY(m_pSaveAs->isVisible());
-    if (way == "Cancel")
-        robot.click(m_pSaveAs, "CloseButton");
-    else if (way == "Escape")
-        QTest::keyClick(m_pSaveAs, Qt::Key_Escape);
-    else if (way == "close box")
-        m_pSaveAs->close();
-    else
-        robot.expectFileDialog(""), robot.click(m_pSaveAs, "Ok_Button");
-    QVERIFY(robot.isQuiet());
-    QVERIFY(!m_pSaveAs->isVisible() && !pMailSaving->isRunning());
-    QVERIFY(m_pMyOpenButton->isEnabled() && m_pMySaveButton->isEnabled() && robot.tree()->isEnabled());
-    QVERIFY(readFiles(out()).isEmpty());
-}
-
-// A reader that gives up at a file sends no end signal: its dialog stays, says which file, and Stop ends it.
-void TestSideRoads::endedEarly()
-{
-    WindowRobot robot;
-    robot.choose(3, store());
-    pMessageSavingThread->m_mailClientIndex = 99; // no reader: the thread ends at once
-    const QString reason = "can't be read: /a/" + QString("very long folder/").repeated(12) + "file";
-    const auto givingUp = connect(
-        pMessageSavingThread, &QThread::started, pMessageSavingThread,
-        [&] {
-            emit pMessageSavingThread->OnShowProgressDlg();
-            reportProblem(reason);
-        },
-        Qt::DirectConnection);
-    robot.start();
-    QTRY_VERIFY(!pMessageSavingThread->isRunning() && robot.progress());
-    disconnect(givingUp);
-    QLabel *label = robot.in<QLabel>(robot.progress(), "SearchLabel");
-    QTRY_VERIFY(label->text().startsWith(reason));
-    QVERIFY(label->text().contains("Stop") && label->height() > 60);
-    QVERIFY(robot.progress()->height() >= label->geometry().bottom());
-    robot.expectBox(abortQuestion, QMessageBox::Yes);
-    robot.expectBox("\nProcess Aborted.", QMessageBox::Ok);
-    robot.click(robot.progress(), "stopButton");
-    QVERIFY2(robot.isQuiet(), qPrintable(robot.surprises()));
-    QVERIFY(!robot.progress() && m_pMyOpenButton->isEnabled() && robot.tree()->isEnabled());
-    robot.expectBox(
-        "Current scan information will be discarded if you select another mailbox. Do you want to "
-        "continue?",
-        QMessageBox::Yes);
-    robot.click(m_pMyOpenButton);
-    robot.scan(store()); // the stop that came after the end stops nothing later
-    QCOMPARE(robot.folder("Mail/Local Folders")->childCount(), 2);
-}
-
-void TestSideRoads::endedWithoutASign()
-{
-    WindowRobot robot;
-    robot.choose(3, store());
-    pMessageSavingThread->m_mailClientIndex = 99;
-    robot.expectBox("The process ended before it was done.", QMessageBox::Ok);
-    robot.start();
-    QTRY_VERIFY2(robot.isQuiet(), qPrintable(robot.surprises()));
-    QVERIFY(m_pMyOpenButton->isEnabled() && !robot.progress());
-}
-
-// The closing window says what is missing from the bundle.
-void TestSideRoads::unreadableMailbox()
-{
-    WindowRobot robot;
-    robot.scan(store());
-    robot.tick("");
-    QVERIFY(QFile::remove(store() + "/Mail/Local Folders/Sent"));
-    robot.save("radioButtonforOutlook", out());
-    QTRY_VERIFY(robot.importWindow()->isVisible());
-    const QString text = robot.closingText();
-    QVERIFY2(text.startsWith("\nFile saved successfully at location " + bundle() + "\n\n"), qPrintable(text));
-    QVERIFY2(text.contains(store() + "/Mail/Local Folders/Sent"), qPrintable(text));
-    QLabel *label = robot.in<QLabel>(robot.importWindow(), "InfoLabels");
-    QVERIFY(label->height() > 62);
-    QVERIFY(!label->geometry().intersects(robot.in<QLabel>(robot.importWindow(), "label_3")->geometry()));
-}
-
-void TestSideRoads::unwritableTarget()
-{
-    WindowRobot robot;
-    robot.scan(store());
-    robot.tick("");
-    // A file in the place of the folder of mailboxes appears while the save is on its way.
-    WorkerGate gate = holdSave(0);
-    robot.save("radioButtonforOutlook", out());
-    QTRY_VERIFY(gate.isHolding());
-    writeFiles(bundle(), {{"Mail", "a file"}});
-    gate.open();
-    QTRY_VERIFY(robot.importWindow()->isVisible());
-    QVERIFY2(robot.closingText().contains("/Mail/"), qPrintable(robot.closingText()));
-}
 
 QTEST_MAIN(TestSideRoads)
 #include "test_side_roads.moc"

@@ -1,0 +1,214 @@
+#include "app/shared_state.h"
+#include "data_table.h"
+#include "dialogs/about_dialog.h"
+#include "dialogs/preferences_dialog.h"
+#include "platform/system_info.h"
+#include "store_files.h"
+
+#include <QLabel>
+#include <QMessageBox>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTimer>
+
+namespace
+{
+template <typename T>
+T *in(const QDialog &dialog, const char *name)
+{
+    return dialog.findChild<T *>(name);
+}
+
+// The Preferences dialog with its widgets.
+struct Preferences : PreferencesDialog {
+    QCheckBox *box = in<QCheckBox>(*this, "CheckForUpdateCheckBox");
+    QComboBox *interval = in<QComboBox>(*this, "comboBoxUpdates");
+    QPushButton *now = in<QPushButton>(*this, "CheckUpdateButton");
+    QPushButton *ok = in<QPushButton>(*this, "OkButton");
+    QPushButton *cancel = in<QPushButton>(*this, "CancelButton");
+};
+} // namespace
+
+class TestDialogs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        QVERIFY2(m_settings.fileName().startsWith(qEnvironmentVariable("XDG_CONFIG_HOME")),
+                 "not the user's own");
+        m_settings.clear();
+        m_settings.sync();
+    }
+
+    void readPreferences_data()
+    {
+        const DataTable<QVariant, QString, bool, QString> row("stored", "storedInterval", "checked",
+                                                              "interval");
+        row("nothing stored", {}, QString(), false, "Daily");
+        row("off: the interval isn't read", false, "Monthly", false, "Daily");
+        row("on, no interval", true, QString(), true, "Daily");
+        row("monthly", true, "Monthly", true, "Monthly");
+        row("unknown interval", true, "Yearly", true, "Daily");
+        row("other letter case", true, "weekly", true, "Daily");
+    }
+
+    void readPreferences()
+    {
+        QFETCH(QVariant, stored);
+        QFETCH(QString, storedInterval);
+        if (stored.isValid())
+            m_settings.setValue("CheckForUpdate", stored);
+        if (!storedInterval.isNull())
+            m_settings.setValue("UpdateInterval", storedInterval);
+        m_settings.sync();
+
+        const Preferences dialog;
+        QTEST(dialog.box->isChecked(), "checked");
+        QTEST(dialog.interval->isEnabled(), "checked");
+        QTEST(dialog.interval->currentText(), "interval");
+    }
+
+    void storePreferences()
+    {
+        Preferences dialog;
+        dialog.show();
+        QTest::mouseClick(dialog.box, Qt::LeftButton, {}, QPoint(8, dialog.box->height() / 2));
+        QVERIFY(dialog.interval->isEnabled());
+        dialog.interval->setCurrentText("Monthly");
+        QTest::mouseClick(dialog.ok, Qt::LeftButton);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QVERIFY(!dialog.isVisible());
+        m_settings.sync();
+        QCOMPARE(m_settings.value("CheckForUpdate").toBool(), true);
+        QCOMPARE(m_settings.value("UpdateInterval").toString(), "Monthly");
+
+        dialog.show();
+        dialog.box->setChecked(false);
+        QVERIFY(!dialog.interval->isEnabled());
+        QTest::mouseClick(dialog.ok, Qt::LeftButton);
+        m_settings.sync();
+        QCOMPARE(m_settings.value("CheckForUpdate").toBool(), false);
+        // Disabled, and stored all the same.
+        QCOMPARE(m_settings.value("UpdateInterval").toString(), "Monthly");
+    }
+
+    void cancelPreferences()
+    {
+        for (const bool escape : {false, true}) {
+            Preferences dialog;
+            dialog.show();
+            dialog.box->setChecked(true);
+            if (escape)
+                QTest::keyClick(&dialog, Qt::Key_Escape);
+            else
+                QTest::mouseClick(dialog.cancel, Qt::LeftButton);
+            QVERIFY(!dialog.isVisible());
+            m_settings.sync();
+            QVERIFY(m_settings.allKeys().isEmpty());
+        }
+    }
+
+    void checkNow()
+    {
+        Preferences dialog;
+        dialog.show();
+        QString said;
+        bool enabledMeanwhile = true;
+        QTimer::singleShot(0, [&] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            QVERIFY(box);
+            said = box->text();
+            enabledMeanwhile = dialog.now->isEnabled();
+            box->close();
+        });
+        QTest::mouseClick(dialog.now, Qt::LeftButton);
+        QCOMPARE(said, "No updates available. Your software has latest updates installed.");
+        QVERIFY(!enabledMeanwhile);
+        QVERIFY(dialog.now->isEnabled() && dialog.isVisible());
+    }
+
+    void drag()
+    {
+        Preferences dialog;
+        dialog.show();
+        dialog.move(100, 100);
+        const auto send = [&dialog](QEvent::Type type, QPoint at, Qt::MouseButton button,
+                                    Qt::MouseButtons held) {
+            QMouseEvent event(type, dialog.mapFromGlobal(at), at, button, held, Qt::NoModifier);
+            QApplication::sendEvent(&dialog, &event);
+        };
+        send(QEvent::MouseButtonPress, QPoint(120, 120), Qt::LeftButton, Qt::LeftButton);
+        send(QEvent::MouseMove, QPoint(150, 110), Qt::NoButton, Qt::LeftButton);
+        QCOMPARE(dialog.pos(), QPoint(130, 90));
+        send(QEvent::MouseMove, QPoint(300, 300), Qt::NoButton, Qt::RightButton);
+        QCOMPARE(dialog.pos(), QPoint(130, 90));
+    }
+
+    void keyboard()
+    {
+        Preferences dialog;
+        dialog.box->setChecked(true);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        for (QWidget *widget :
+             QList<QWidget *>{dialog.box, dialog.interval, dialog.now, dialog.ok, dialog.cancel}) {
+            QCOMPARE(QApplication::focusWidget(), widget);
+            QTest::keyClick(widget, Qt::Key_Tab);
+        }
+        dialog.interval->setFocus();
+        QTest::keyClick(dialog.interval, Qt::Key_Return);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    }
+
+    void about()
+    {
+        strPlistPath.clear();
+        AboutDlg dialog;
+        dialog.show();
+        QCOMPARE(dialog.windowTitle(), "Velmora Mail Converter");
+        QCOMPARE(in<QLabel>(dialog, "ProductVersionLabel")->text(), "2.0.0.1");
+        QCOMPARE(in<QLabel>(dialog, "OSLabel")->text(), systemInfo().name);
+        QCOMPARE(in<QLabel>(dialog, "VersionLabel")->text(), systemInfo().version);
+        QCOMPARE(in<QLabel>(dialog, "LabelPixmap")->pixmap(Qt::ReturnByValue).size(), QSize(524, 76));
+        QTest::mouseClick(in<QPushButton>(dialog, "OKButton"), Qt::LeftButton);
+        QVERIFY(!dialog.isVisible());
+    }
+
+    void aboutLink_data()
+    {
+        // "text": null where the label is hidden
+        const DataTable<QByteArray, QString> row("entries", "text");
+        row("both",
+            "<key>SupText</key><string>Q &amp; A</string>"
+            "<key>SupLink</key><string>https://a.example/?b&amp;c</string>",
+            "<a href=\"https://a.example/?b&amp;c\">Q &amp; A</a>");
+        row("no link", "<key>SupText</key><string>Q</string>", QString());
+        row("empty text", "<key>SupText</key><string/><key>SupLink</key><string>a:b</string>", QString());
+    }
+
+    void aboutLink()
+    {
+        QFETCH(QByteArray, entries);
+        QFETCH(QString, text);
+        const QTemporaryDir folder;
+        writeFiles(folder.path(), {{"a.plist", "<plist><dict>" + entries + "</dict></plist>"}});
+        strPlistPath = folder.filePath("a.plist");
+        AboutDlg dialog;
+        dialog.show();
+        const QLabel *link = in<QLabel>(dialog, "TicketLabel");
+        QCOMPARE(link->isVisible(), !text.isNull());
+        if (text.isNull())
+            return;
+        QCOMPARE(link->text(), text);
+        QVERIFY(link->openExternalLinks());
+        QCOMPARE(link->font().family(), "Lucida Grande");
+    }
+
+private:
+    QSettings m_settings{"velmora", "ConverterPreferences"};
+};
+
+QTEST_MAIN(TestDialogs)
+#include "test_dialogs.moc"
