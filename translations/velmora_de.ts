@@ -312,6 +312,10 @@ Die gewählte Datei ist ungültig oder leer.</translation>
         <translation>Text der Nachricht</translation>
     </message>
     <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
         <source>Velmora Apple Mail to Outlook 2011 Converter</source>
         <translation>Velmora Apple Mail to Outlook 2011 Converter</translation>
     </message>

@@ -15,6 +15,15 @@ namespace
 // Where the program is when it is started straight from its mounted disk image.
 const char diskImagePath[] = "/Volumes/QRT/VelmoraMailConverter.app/Contents/MacOS";
 
+QtMessageHandler writeMessage = nullptr;
+
+// The folder tree's style sheet has a property that the toolkit doesn't know, and says so at every painting anew.
+void leaveOutKnownWarning(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (text != QLatin1String("Unknown property alternate-color"))
+        writeMessage(type, context, text);
+}
+
 void findResources()
 {
     QDir place(QCoreApplication::applicationDirPath());
@@ -34,6 +43,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
+    writeMessage = qInstallMessageHandler(leaveOutKnownWarning);
     // File names are bytes in UTF-8, whatever the locale says (the C locale would turn them into "?").
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/img_Application.png")));

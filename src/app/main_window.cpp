@@ -38,6 +38,7 @@ QConverterMainWindow::QConverterMainWindow() : QMainWindow(nullptr, Qt::WindowFl
 
 QConverterMainWindow::~QConverterMainWindow()
 {
+    hide(); // the focus leaves its control, which may change its picture, while all of them are there
     for (QThread *worker :
          {static_cast<QThread *>(pMessageSavingThread), static_cast<QThread *>(pMailSaving)}) {
         // A worker that has only just been started clears the flag once more, so it is said until it has ended.
@@ -97,6 +98,7 @@ void QConverterMainWindow::createStatusBar()
 
     m_pStatusProgress = new QProgressBar(this);
     m_pStatusProgress->setMaximumSize(170, 9);
+    m_pStatusProgress->setAccessibleName(tr("Progress"));
     bar->addPermanentWidget(m_pStatusProgress, 132);
     auto *separator = new QLabel(this);
     separator->setMaximumSize(1, 1);
@@ -105,6 +107,7 @@ void QConverterMainWindow::createStatusBar()
     m_pStatusStopButton = new QPushButton(this);
     m_pStatusStopButton->setMaximumSize(14, 14);
     m_pStatusStopButton->setToolTip(tr("Stop"));
+    m_pStatusStopButton->setAccessibleName(tr("Stop"));
     m_pStatusStopButton->setStyleSheet(QStringLiteral(
         "QPushButton{min-height: 10px;min-width: 10px; border-image: url(:/images/img_Stop.png)}"
         "QPushButton:hover { border-image: url(:/images/img_StopClick.png)}"

@@ -37,3 +37,16 @@ void MyButton::leaveEvent(QEvent *event)
     QToolButton::leaveEvent(event);
     emit OnUpdatePixmap();
 }
+
+// Without a frame, the picture also shows where the keyboard is.
+void MyButton::focusInEvent(QFocusEvent *event)
+{
+    QToolButton::focusInEvent(event);
+    emit ChangePixmap();
+}
+
+void MyButton::focusOutEvent(QFocusEvent *event)
+{
+    QToolButton::focusOutEvent(event);
+    emit OnUpdatePixmap();
+}

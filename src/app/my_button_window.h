@@ -2,7 +2,8 @@
 
 #include <QToolButton>
 
-/// A tool button of the main window: tells when the pointer comes and goes, so that its picture can change.
+/// A tool button of the main window: tells when the pointer or the keyboard's focus comes and goes, so that its
+/// picture can change.
 class MyButton : public QToolButton
 {
     Q_OBJECT
@@ -14,10 +15,12 @@ public:
     void setPicture(const QString &image);
 
 signals:
-    void ChangePixmap();   ///< the pointer has entered
-    void OnUpdatePixmap(); ///< the pointer has left
+    void ChangePixmap();   ///< the pointer has entered, or the focus has come
+    void OnUpdatePixmap(); ///< the pointer or the focus has left
 
 protected:
     void enterEvent(QEvent *event) override;
     void leaveEvent(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
 };

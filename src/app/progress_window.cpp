@@ -116,6 +116,7 @@ void QConverterMainWindow::ShowProgressDlg()
             &QProgressInfo::OnProgressDailogHide);
     m_pProgressBar = new QProgressBar(m_pProgressInfo);
     m_pProgressBar->setGeometry(69, 24, 371, 9);
+    m_pProgressBar->setAccessibleName(tr("Progress"));
     m_pProgressBar->setTextVisible(false); // a bar of this height has no room for it
     const bool saving = bForOutlookMail || bForAppleMail;
     m_pProgressInfo->setTask(saving ? tr("Saving Database File ...") : tr("Scanning Database File ..."));

@@ -133,8 +133,9 @@ void QConverterMainWindow::CreateToolBar()
 {
     QToolBar *bar = newToolBar(this, tr("Open & Save File"));
     bar->setToolButtonStyle(Qt::ToolButtonIconOnly);
-    // The captions have fixed places; these margins put each button above its own.
-    bar->layout()->setContentsMargins(3, 0, 3, 0);
+    // The captions have fixed places; these margins put each button above its own. A horizontal bar's layout takes
+    // the first for the space above and the second for the space before its content.
+    bar->layout()->setContentsMargins(1, 4, 3, 0);
     bar->layout()->setSpacing(5);
     addGap(bar, 2, 50);
     bar->addWidget(m_pMyOpenButton);

@@ -2,6 +2,7 @@
 
 #include "app/shared_state.h"
 #include "browse/folder_tree.h"
+#include "browse/picture_icon.h"
 #include "platform/text_fit.h"
 
 #include <QScopedValueRollback>
@@ -41,7 +42,7 @@ Qt::CheckState checkOf(quint8 state)
 QTreeWidgetItem *QConverterMainWindow::newFolderItem(const QString &name, qint64 folderId, qint64 parentId,
                                                      const QString &path)
 {
-    static const QIcon icon(QStringLiteral(":/images/img_Folder.png"));
+    static const QIcon icon = pictureIcon(QStringLiteral(":/images/img_Folder.png"));
     auto *item = new QTreeWidgetItem;
     item->setText(NameColumn, name);
     item->setIcon(NameColumn, icon);

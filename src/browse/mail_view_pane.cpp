@@ -112,11 +112,14 @@ MailView::MailView(QWidget *parent) : QWebView(parent)
     page->setLinkDelegationPolicy(QWebPage::DelegateAllLinks);
     page->setForwardUnsupportedContent(false);
     closeDoors(page->settings());
-    // A message's own colours reckon with a white page, whatever the desktop's theme.
+    // A message's own colours reckon with a white page, whatever the desktop's theme. They are the view's, as it
+    // gives its own to the page whenever the theme's change.
     QPalette colours = palette();
     colours.setColor(QPalette::Base, Qt::white);
-    page->setPalette(colours);
     setPage(page);
+    setPalette(colours);
+    page->setPalette(colours);
+    page->settings()->setFontFamily(QWebSettings::StandardFont, font().family());
     setAcceptDrops(false);
     // The page's menu would offer to open and to download.
     setContextMenuPolicy(Qt::NoContextMenu);

@@ -3,6 +3,7 @@
 #include "app/my_button_window.h"
 #include "app/shared_state.h"
 #include "app/window_state.h"
+#include "browse/picture_icon.h"
 #include "dialogs/problem_text.h"
 #include "platform/text_fit.h"
 
@@ -18,7 +19,7 @@ constexpr int rowSide = 32;            ///< pixels
 
 // What all rows share; made once, as a folder may have many.
 struct RowLook {
-    QIcon icon{QStringLiteral(":/images/img_Mail.png")};
+    QIcon icon = pictureIcon(QStringLiteral(":/images/img_Mail.png"));
     QFont font = lucidaFont(11);
     // Two lines of this font, on screens whose points are larger than the row was laid out for.
     QSize size{rowSide, qMax(rowSide, 2 * QFontMetrics(font).lineSpacing() + 2)};

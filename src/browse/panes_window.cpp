@@ -4,9 +4,12 @@
 #include "platform/text_fit.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QSplitter>
 #include <QStyledItemDelegate>
 #include <QTextBrowser>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -16,6 +19,7 @@ constexpr int folderColumns = 8;
 constexpr int messageColumns = 5;
 
 const QColor treeGround(223, 226, 235);
+const QColor boxEdge(130, 136, 150);
 const QColor selectionGround(154, 154, 200); ///< as in the tree's style sheet; the pictures stand out on it
 
 // A row has room for two lines: the line feed that a sender may still have is not shown.
@@ -28,6 +32,29 @@ public:
         // Before the toolkit makes line separators of them.
         const QString text = value.toString().replace(QLatin1String("\n\n"), QLatin1String("\n"));
         return QStyledItemDelegate::displayText(text, locale);
+    }
+    // What a row has no room for. It is foreign text: never markup.
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &,
+                   const QModelIndex &index) override
+    {
+        const QString text = displayText(index.data(), view->locale());
+        QToolTip::showText(event->globalPos(), Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal), view);
+        return true;
+    }
+};
+
+// Tick boxes that stand out on the tree's ground.
+class FolderDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->palette.setColor(QPalette::Base, Qt::white);
+        option->palette.setColor(QPalette::Window, boxEdge);
     }
 };
 
@@ -92,6 +119,7 @@ QTreeWidget *QConverterMainWindow::createFolderTree()
     tree->setMinimumWidth(240);
     tree->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     tree->setAccessibleName(tr("Folders"));
+    tree->setItemDelegate(new FolderDelegate(tree));
     setTreeColours(tree);
     tree->setStyleSheet(
         QStringLiteral("QTreeView {    selection-background-color: rgb(154,154,200);    alternate-color: "
@@ -139,6 +167,7 @@ QWidget *QConverterMainWindow::createPreviewFrame()
     m_pHeaderPane->setAccessibleName(tr("Message headers"));
     m_pSecondPane = newTextPane();
     m_pSecondPane->hide();
+    m_pSecondPane->setAccessibleName(tr("Message text"));
     m_pWebView = new MailView;
     m_pWebView->setMinimumWidth(330);
     m_pWebView->hide();

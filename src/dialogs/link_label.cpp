@@ -12,6 +12,7 @@ void setHelpLink(QLabel *label, const QString &textKey, const QString &pageKey)
     const QString target = QStringLiteral("file://") + HelpFilePath + linkSetting(pageKey);
     label->setText(QStringLiteral("<a href=\"%1\">%2</a>").arg(target, text));
     label->setOpenExternalLinks(true);
+    label->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     label->setFont(lucidaFont(12));
     label->setHidden(text.isEmpty());
     fitToText(label);

@@ -13,6 +13,7 @@ const QString organization = QStringLiteral("velmora");
 const QString application = QStringLiteral("ConverterPreferences");
 const QString checkKey = QStringLiteral("CheckForUpdate");
 const QString intervalKey = QStringLiteral("UpdateInterval");
+constexpr int buttonAir = 20; ///< pixels
 constexpr qreal largestNotePoints = 11;
 
 } // namespace
@@ -25,6 +26,9 @@ PreferencesDialog::PreferencesDialog(QWidget *parent) : QDialog(parent, Qt::Shee
     connect(CheckUpdateButton, &QPushButton::clicked, this, &PreferencesDialog::CheckUpdate);
     connect(CheckForUpdateCheckBox, &QCheckBox::stateChanged, this, &PreferencesDialog::OnCheckUpdateChange);
     ByDefaultSettings();
+    // The style leaves its text hardly any air.
+    CheckUpdateButton->setMinimumWidth(
+        CheckUpdateButton->fontMetrics().horizontalAdvance(CheckUpdateButton->text()) + buttonAir);
     // The longest text here; with a large desktop font it keeps the size that the dialog has room for.
     QFont font = label_2->font();
     font.setPointSizeF(qMin(font.pointSizeF(), largestNotePoints));

@@ -1,12 +1,14 @@
 #include "platform/text_fit.h"
 
 #include <QLabel>
+#include <QPushButton>
 
 namespace
 {
 const char face[] = "Lucida Grande";
 const char standIn[] = "DejaVu Sans";
-constexpr int rightMargin = 4; ///< pixels kept free at the parent's right edge
+constexpr int buttonPadding = 6; ///< pixels left and right of a button's text
+constexpr int rightMargin = 4;   ///< pixels kept free at the parent's right edge
 } // namespace
 
 void setFontFallback()
@@ -24,11 +26,30 @@ void fitToText(QLabel *label)
     QRect place = label->geometry();
     if (!label->wordWrap()) {
         const int widest = label->parentWidget()->width() - place.left() - rightMargin;
-        place.setWidth(qMax(place.width(), qMin(widest, label->sizeHint().width())));
+        const int needed = label->sizeHint().width();
+        place.setWidth(qMax(place.width(), qMin(widest, needed)));
+        label->setWordWrap(needed > widest);
     }
     const int needed = label->wordWrap() ? label->heightForWidth(place.width()) : label->sizeHint().height();
     const int missing = needed - place.height();
     if (missing > 0)
         place.adjust(0, -(missing / 2), 0, missing - missing / 2);
     label->setGeometry(place);
+}
+
+int fitToText(QAbstractButton *button)
+{
+    QRect place = button->geometry();
+    const int low = qMax(0, button->fontMetrics().height() - place.height());
+    place.adjust(0, -(low / 2), 0, low - low / 2);
+    const bool push = qobject_cast<QPushButton *>(button);
+    const int textWidth = button->fontMetrics().horizontalAdvance(button->text());
+    const int needed = push ? textWidth + 2 * buttonPadding : button->sizeHint().width();
+    const int missing = qMax(0, needed - place.width());
+    if (push)
+        place.setLeft(place.left() - missing);
+    else
+        place.setRight(place.right() + missing);
+    button->setGeometry(place);
+    return missing;
 }

@@ -10,6 +10,11 @@ SaveAsWindow::SaveAsWindow(QWidget *parent) : QDialog(parent, Qt::Sheet)
 {
     setupUi(this);
     fitToText(label_3);
+    CloseButton->move(CloseButton->x() - fitToText(Ok_Button), CloseButton->y());
+    for (QAbstractButton *button :
+         {static_cast<QAbstractButton *>(CloseButton), static_cast<QAbstractButton *>(radioButtonforApple),
+          static_cast<QAbstractButton *>(radioButtonforOutlook)})
+        fitToText(button);
     connect(CloseButton, &QPushButton::clicked, this, &QDialog::close);
     connect(Ok_Button, &QPushButton::clicked, this, &SaveAsWindow::OnOk);
     radioButton->setFocus();

@@ -3,6 +3,7 @@
 #include "app/main_window.h"
 #include "app/shared_state.h"
 #include "app/window_state.h"
+#include "platform/text_fit.h"
 #include "platform/user_name.h"
 #include "scan/default_location.h"
 #include "scan/message_saving_thread.h"
@@ -26,6 +27,9 @@ QParseDatabase::QParseDatabase(QWidget *parent) : QWidget(parent, Qt::Sheet)
 {
     bProcessRunning = false;
     setupUi(this);
+    fitToText(closeButton);
+    textEdit_FileSelected->resize(textEdit_FileSelected->width() - fitToText(browseConverterButton),
+                                  textEdit_FileSelected->height());
     for (const StoreKind &kind : storeKinds())
         comboBoxForClientList->addItem(QLatin1String(kind.label));
     comboBoxForClientList->setMaxVisibleItems(comboBoxForClientList->count());

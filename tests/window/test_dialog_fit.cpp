@@ -1,12 +1,10 @@
-#include "app/shared_state.h"
+#include "window_robot.h"
+
 #include "app/translations_window.h"
 #include "dialogs/about_dialog.h"
 #include "dialogs/preferences_dialog.h"
 
-#include <QAbstractButton>
-#include <QLabel>
 #include <QTranslator>
-#include <QtTest>
 
 // The dialogs have fixed sizes: their texts must fit with other fonts and in each language all the same.
 class TestDialogFit : public QObject
@@ -20,16 +18,20 @@ private slots:
 };
 
 // Names each label and button of the dialog whose text is cut off.
-static QStringList cutTexts(const QDialog &dialog)
+static QStringList cutTexts(const QWidget *dialog)
 {
     QStringList cut;
-    for (const QWidget *widget : dialog.findChildren<QWidget *>()) {
+    for (const QWidget *widget : dialog->findChildren<QWidget *>()) {
         const auto *label = qobject_cast<const QLabel *>(widget);
-        if (!widget->isVisible() || !(label || qobject_cast<const QAbstractButton *>(widget)))
+        const auto *button = qobject_cast<const QAbstractButton *>(widget);
+        if (!widget->isVisible() || (label ? label->text() : button ? button->text() : QString()).isEmpty())
             continue;
         const bool wraps = label && label->wordWrap();
-        const int height = wraps ? label->heightForWidth(label->width()) : widget->sizeHint().height();
-        if (height > widget->height() || (!wraps && widget->sizeHint().width() > widget->width()))
+        QSize needed(wraps ? 0 : widget->sizeHint().width(),
+                     wraps ? label->heightForWidth(widget->width()) : widget->fontMetrics().height());
+        if (qobject_cast<const QPushButton *>(widget)) // whose hint has much air in it
+            needed.setWidth(widget->fontMetrics().horizontalAdvance(button->text()) + 6);
+        if (needed.width() > widget->width() || needed.height() > widget->height())
             cut.append(widget->objectName());
     }
     return cut;
@@ -54,16 +56,23 @@ void TestDialogFit::texts()
     QApplication::setFont(QFont("DejaVu Sans", points));
     strPlistPath = qEnvironmentVariable("VELMORA_SOURCE") + "/resources/MailConverterLink.plist";
 
-    PreferencesDialog preferences;
-    AboutDlg about;
-    preferences.show();
-    about.show();
+    WindowRobot robot;
+    pMessageSavingThread->m_mailClientIndex = 3;
+    auto *target = new SaveAsWindow(robot.window);
+    auto *preferences = robot.window->findChild<PreferencesDialog *>();
+    auto *about = robot.window->findChild<AboutDlg *>();
     const bool german = locale.language() == QLocale::German;
-    QCOMPARE(preferences.findChild<QPushButton *>("CancelButton")->text(), german ? "Abbrechen" : "Cancel");
-    QCOMPARE(cutTexts(preferences).join(' '), QString());
-    QCOMPARE(cutTexts(about).join(' '), QString());
-    QCOMPARE(preferences.size(), QSize(462, 166));
-    QCOMPARE(about.size(), QSize(524, 295));
+    QCOMPARE(preferences->findChild<QPushButton *>("CancelButton")->text(), german ? "Abbrechen" : "Cancel");
+    const QList<QPair<QWidget *, QSize>> dialogs{{preferences, {462, 166}},
+                                                 {about, {524, 295}},
+                                                 {m_pParseDatabase, {477, 243}},
+                                                 {target, {350, 150}},
+                                                 {robot.importWindow(), {467, 200}}};
+    for (const auto &[dialog, size] : dialogs) {
+        dialog->show();
+        QCOMPARE(cutTexts(dialog).join(' '), QString());
+        QCOMPARE(dialog->size(), size);
+    }
 }
 
 QTEST_MAIN(TestDialogFit)

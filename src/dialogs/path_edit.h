@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QLineEdit>
+
+/// A line that shows a path. While it hasn't the focus, a path that is too long for it is cut in the middle and its
+/// ends can be read; with the focus it scrolls as any line does.
+class PathEdit : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    using QLineEdit::QLineEdit;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
