@@ -58,10 +58,12 @@ def growth(program, root, mib):
     stores = [os.path.join(root, str(times)) for times in (1, 2, 4)]
     for store, times in zip(stores, (1, 2, 4)):
         make_profile(store, (mib * times) << 20, 0.1, boxes=10 * times)
-    for command in ("scan --client thunderbird", f"convert --client thunderbird --replace --out '{root}'"):
+    out = os.path.join(root, "out")
+    clean = f"rm -rf '{out}' && mkdir '{out}'"
+    for command in ("scan --client thunderbird", f"convert --client thunderbird --out '{out}'"):
         runs = [f"'{program}' {command} '{store}'" for store in stores]
         for small, large, step in ((0, 1, "1 to 2"), (1, 2, "2 to 4")):
-            figure, took = ratio(runs[large], runs[small])
+            figure, took = ratio(runs[large], runs[small], clean)
             rows.append((f"{command.split()[0]}, {step} times {mib} MiB", f"{figure:.2f} x", f"{took:.2f}"))
     return rows
 
