@@ -2,13 +2,13 @@
 
 #include "platform/huge_pages.h"
 #include "text/base64.h"
+#include "text/byte_search.h"
 #include "text/codecs.h"
 #include "text/line_reader.h"
 #include "text/quoted_printable.h"
 #include "text/vector_search.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace
 {
@@ -87,12 +87,7 @@ size_t startOfPart(std::string_view body, const PreviewDialect &dialect)
 // The end of the first line that holds the declaration of a property list.
 std::optional<size_t> endOfDeclaration(std::string_view body)
 {
-    for (size_t at = 0; at < body.size();) {
-        const void *found =
-            ::memmem(body.data() + at, body.size() - at, declaration.data(), declaration.size());
-        if (!found)
-            break;
-        at = static_cast<size_t>(static_cast<const char *>(found) - body.data());
+    for (size_t at = findText(body, declaration); at < body.size(); at = findText(body, declaration, at)) {
         const size_t start = body.rfind('\n', at) + 1; // none: npos + 1 is 0
         const TextLine line = firstLine(body.substr(start));
         at = start + line.bytes;

@@ -1,10 +1,8 @@
 #include "save/opera_target.h"
 
 #include "save/safe_path.h"
+#include "text/byte_search.h"
 #include "text/line_reader.h"
-
-#include <algorithm>
-#include <cstring>
 
 namespace
 {
@@ -13,14 +11,11 @@ constexpr std::string_view locationHeader = "X-Opera-Location:";
 
 void takeOperaLocation(std::string_view lines, QString *location)
 {
-    const char *at = lines.data();
-    const char *end = at + lines.size();
     std::string_view value;
-    while (const void *found =
-               ::memmem(at, static_cast<size_t>(end - at), locationHeader.data(), locationHeader.size())) {
-        const char *start = static_cast<const char *>(found) + locationHeader.size();
-        at = std::find(start, end, '\n');
-        value = {start, static_cast<size_t>(at - start)};
+    for (size_t at = findText(lines, locationHeader); at < lines.size();
+         at = findText(lines, locationHeader, at)) {
+        at += locationHeader.size();
+        value = lines.substr(at, lines.find('\n', at) - at);
     }
     if (!value.data())
         return;

@@ -149,6 +149,21 @@ const char *findLineStart(const char *begin, const char *end, LineStarts starts)
     return feed == end ? end : feed + 1;
 }
 
+size_t findText(std::string_view text, std::string_view wanted, size_t from)
+{
+    const auto startsWanted = [first = wanted[0], second = wanted[1]](auto here, auto behind) {
+        return (here == first) & (behind == second);
+    };
+    const char *end = text.data() + text.size();
+    for (; from < text.size(); ++from) {
+        const char *found = findPair(text.data() + from, end, startsWanted);
+        from = static_cast<size_t>(found - text.data());
+        if (wanted.size() <= text.size() - from && text.compare(from, wanted.size(), wanted) == 0)
+            return from;
+    }
+    return std::string_view::npos;
+}
+
 CopiedText copyPlainText(const char *begin, const char *end, char *out, char lineStart)
 {
     const auto stop = [lineStart](auto here, auto behind) { return (here == '\n') & (behind == lineStart); };

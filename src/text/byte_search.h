@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
 /// Which line starts are looked for: F, f, S and s, or only F; in either case also a byte above 0x7F, because a
 /// byte order mark at the start of a line is dropped when it is read as text.
@@ -16,6 +17,9 @@ inline bool isLineStart(char byte, LineStarts starts)
 /// The first byte in (begin, end) that stands behind a line feed at or after `begin` and is looked for; `end` if
 /// there is none.
 const char *findLineStart(const char *begin, const char *end, LineStarts starts);
+
+/// The place of the first `wanted` (two bytes or more) in the text at or behind `from`; npos if there is none.
+size_t findText(std::string_view text, std::string_view wanted, size_t from = 0);
 
 /// How far a copy has come: the first source byte not copied, the place behind the copy, the line feeds in it.
 struct CopiedText {

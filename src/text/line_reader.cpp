@@ -176,10 +176,8 @@ bool LineReader::skipToLineWith(std::string_view text)
     size_t searched = 0; // bytes from m_next on in which no find starts
     for (;;) {
         const std::string_view rest(m_block.get() + m_next, m_filled - m_next);
-        const void *found =
-            ::memmem(rest.data() + searched, rest.size() - searched, text.data(), text.size());
-        if (found) {
-            const size_t at = static_cast<size_t>(static_cast<const char *>(found) - rest.data());
+        const size_t at = findText(rest, text, searched);
+        if (at != std::string_view::npos) {
             m_next += rest.rfind('\n', at) + 1; // none: npos + 1 is 0
             return true;
         }

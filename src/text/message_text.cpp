@@ -4,7 +4,6 @@
 #include "text/latin1_line.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace
 {
@@ -24,14 +23,6 @@ bool startsWith(std::string_view text, std::string_view start)
 std::string_view withoutMark(std::string_view line)
 {
     return startsWith(line, byteOrderMark) ? line.substr(byteOrderMark.size()) : line;
-}
-
-// The C library's search, which looks at many bytes at a time.
-size_t positionOf(std::string_view text, std::string_view wanted, size_t from)
-{
-    const void *found = ::memmem(text.data() + from, text.size() - from, wanted.data(), wanted.size());
-    return found ? static_cast<size_t>(static_cast<const char *>(found) - text.data())
-                 : std::string_view::npos;
 }
 
 std::string_view firstLine(std::string_view lines)
@@ -74,7 +65,7 @@ size_t MessageText::takeLine(std::string_view lines)
     const bool startsSpf = filtered && startsWith(text, receivedSpf);
     if (startsSpf || m_firstToDrop) {
         const std::string_view line = firstLine(lines);
-        if (filtered && positionOf(line, declaration, 0) != std::string_view::npos)
+        if (filtered && findText(line, declaration) != std::string_view::npos)
             m_ended = true;
         else if (startsSpf)
             m_dropsFolds = true;
@@ -158,12 +149,12 @@ void MessageText::endMessage()
 std::string_view MessageText::quoted()
 {
     const std::string_view text(m_out.data(), m_outSize);
-    size_t found = positionOf(text, quotedText, 0);
+    size_t found = findText(text, quotedText, 0);
     if (found == std::string_view::npos)
         return text;
     m_quoted.clear();
     size_t copied = 0;
-    for (; found != std::string_view::npos; found = positionOf(text, quotedText, found + quotedText.size())) {
+    for (; found != std::string_view::npos; found = findText(text, quotedText, found + quotedText.size())) {
         m_quoted.insert(m_quoted.end(), text.data() + copied, text.data() + found);
         m_quoted.push_back('>');
         copied = found;
@@ -176,10 +167,10 @@ std::vector<qint64> partPlaces(std::string_view text)
 {
     constexpr std::string_view emptyLine = "\n\n";
     std::vector<qint64> places;
-    size_t section = positionOf(text, partMark, 0);
+    size_t section = findText(text, partMark, 0);
     while (section != std::string_view::npos) {
-        const size_t next = positionOf(text, partMark, section + partMark.size());
-        const size_t place = positionOf(text.substr(0, next), emptyLine, section);
+        const size_t next = findText(text, partMark, section + partMark.size());
+        const size_t place = findText(text.substr(0, next), emptyLine, section);
         places.push_back(place == std::string_view::npos ? -1
                                                          : static_cast<qint64>(place + emptyLine.size()));
         section = next;
