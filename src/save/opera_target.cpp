@@ -4,6 +4,8 @@
 #include "text/byte_search.h"
 #include "text/line_reader.h"
 
+#include <algorithm>
+
 namespace
 {
 constexpr std::string_view locationHeader = "X-Opera-Location:";
@@ -14,8 +16,9 @@ void takeOperaLocation(std::string_view lines, QString *location)
     std::string_view value;
     for (size_t at = findText(lines, locationHeader); at < lines.size();
          at = findText(lines, locationHeader, at)) {
-        at += locationHeader.size();
-        value = lines.substr(at, lines.find('\n', at) - at);
+        const size_t start = at + locationHeader.size();
+        at = std::min(lines.find('\n', start), lines.size());
+        value = lines.substr(start, at - start);
     }
     if (!value.data())
         return;
