@@ -8,6 +8,15 @@
 
 namespace
 {
+// The text loses one line feed at its end: the subject's own, or the one in front of a subject that is not there.
+QString fileRowText(const QString &sender, const QString &subject)
+{
+    QString text = sender + QLatin1Char('\n') + subject;
+    if (text.endsWith(QLatin1Char('\n')))
+        text.chop(1);
+    return text;
+}
+
 constexpr size_t headerBlockBytes = 8 * 1024; // sender and subject mostly stand in the first block
 
 // The file's mailbox: the path up to the last directory with one of the suffixes, "" if there is none.
@@ -77,7 +86,7 @@ std::optional<MessageRow> rowOfMessageFile(const QString &file, bool *opened)
     }
     if (!sender && !subject)
         return std::nullopt;
-    return MessageRow{rowText(sender.value_or(QString()), subject.value_or(QString())), file, QString(),
+    return MessageRow{fileRowText(sender.value_or(QString()), subject.value_or(QString())), file, QString(),
                       QString()};
 }
 
@@ -89,7 +98,7 @@ std::vector<MessageRow> operaRows(const QString &folderPath, const QString &fold
         if (sender.endsWith(QLatin1Char('\n')))
             sender.remove(QLatin1Char('\n'));
         rows.push_back(
-            {rowText(sender, fieldText(record->subject)), fieldText(record->path), QString(), QString()});
+            {fileRowText(sender, fieldText(record->subject)), fieldText(record->path), QString(), QString()});
     }
     return rows;
 }

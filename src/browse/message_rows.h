@@ -14,9 +14,6 @@ struct MessageRow {
     QString length; ///< likewise
 };
 
-/// The text of a row. A subject that was not decoded still has its line feed, of which one goes; a sender keeps its.
-QString rowText(const QString &sender, QString subject);
-
 /// Rows of a folder of an mbox store: the message records whose path equals the folder's. An empty path has
 /// none.
 std::vector<MessageRow> mailboxRows(const QString &folderPath);

@@ -32,7 +32,8 @@ private slots:
             "b\n\nbody");
         row("not at a line's start", "X-From: no\n >From: no\nSubject: yes\nFrom: me\n", "me\n\nyes");
         row("only a subject", "Subject: Hi\n\nbody\n", "\nHi");
-        row("only a sender", "From: A\n\nbody\n", "A\n\n");
+        row("only a sender", "From: A\n\nbody\n", "A\n");
+        row("only a decoded sender", "From: =?UTF-8?Q?A?=\n\nbody\n", "A");
         row("zero bytes stay", QByteArray("From: A\0B\nSubject: x\n", 21), QString());
     }
 
