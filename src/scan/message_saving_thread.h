@@ -28,8 +28,8 @@ public:
 
     int m_mailClientIndex = 0; ///< client index (storeKinds); picks the reader
 
-    bool m_indexMessages =
-        true; ///< false: a scan for a save alone makes no records of mbox and Opera messages
+    /// False: a scan for a save alone makes no records of mbox and Opera messages.
+    bool m_indexMessages = true;
 
     // Readers; see storeKinds for who calls which.
     void PostBoxFileSearch();

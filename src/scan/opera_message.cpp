@@ -95,9 +95,10 @@ std::optional<OperaMessage> readOperaMessage(const QString &path, OperaFields fi
     }
     OperaMessage message;
     OperaHeaders headers;
-    if (fields == OperaFields::All)
+    if (fields == OperaFields::All) {
         headers.read(&reader, &message);
-    reader.seek(0);
+        reader.seek(0);
+    }
     readLocations(&reader, headers, &message);
     return message;
 }
