@@ -42,6 +42,7 @@ private slots:
         QFETCH(QByteArray, file);
         const OperaMessage message = read(file);
         QTEST(message.folder.value_or("-"), "folder");
+        QCOMPARE(read(file, OperaFields::Folder).folder, message.folder);
         QTEST(message.label, "label");
     }
 
@@ -229,11 +230,11 @@ private slots:
 private:
     static constexpr int opera = 10;
 
-    OperaMessage read(const QByteArray &file) const
+    OperaMessage read(const QByteArray &file, OperaFields fields = OperaFields::All) const
     {
         writeFiles(m_dir.path(), {{"m.mbs", file}});
         QString error;
-        return readOperaMessage(m_dir.filePath("m.mbs"), OperaFields::All, &error)
+        return readOperaMessage(m_dir.filePath("m.mbs"), fields, &error)
             .value_or(OperaMessage{{}, "unreadable", {}, {}});
     }
 
