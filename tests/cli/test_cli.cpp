@@ -208,6 +208,47 @@ private slots:
         QVERIFY(scan.contains("folders"));
     }
 
+    // An interrupt from the terminal, which the search gets as well, while the n-th search runs.
+    void interruptedSearch_data()
+    {
+        const DataTable<QString, int, QByteArray> row("command", "search", "mailbox");
+        row("of the scan", "scan", 1, "");
+        row("of the save", "convert", 3, "From - &&&&&@@@####\nX-Apple-Content-Length: 1\n\npart\n--end\n\n");
+    }
+
+    void interruptedSearch()
+    {
+        QFETCH(QString, command);
+        QFETCH(int, search);
+        const QByteArray message = "1\nX-Apple-Content-Length: 1\n\n--end\n";
+        writeFiles(store(), {{"A.mbox/1.partial.emlx", message},
+                             {"A.mbox/1.2.emlxpart", "part\n"},
+                             {"A.mbox/2.partial.emlx", message},
+                             {"A.mbox/2.2.emlxpart", "part\n"}});
+        writeFiles(m_dir->path(), {{"find", "#!/bin/sh\n"
+                                            "echo >> searches\n"
+                                            "[ $(wc -l < searches) != $INTERRUPTED ] || kill -INT 0\n"
+                                            "PATH=${PATH#*:} exec find \"$@\"\n"}});
+        QVERIFY(QFile::setPermissions(m_dir->filePath("find"), QFile::ReadOwner | QFile::ExeOwner));
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("PATH", m_dir->path() + ":" + environment.value("PATH"));
+        environment.insert("INTERRUPTED", QString::number(search));
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(m_dir->path());
+        // A session of its own, or the tests would be interrupted too.
+        process.start("setsid", QStringList{qEnvironmentVariable("VELMORA_CONVERT"), command, "--json",
+                                            "--client", "apple-emlx"} +
+                                    (command == "convert" ? QStringList{"--out", out()} : QStringList()) +
+                                    QStringList{store()});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 3);
+        const QJsonObject result = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+        QCOMPARE(result["outcome"].toString(), QString("stopped"));
+        QTEST(readFiles(bundle()).value("Mail/A/A.mbox", ""), "mailbox");
+    }
+
     void olmRecords()
     {
         const QString archive = m_olmDir.filePath("records.olm");
