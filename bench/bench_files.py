@@ -57,10 +57,11 @@ def measure(options, root, client):
     read = f"find '{whole}' -type f -print0 | xargs -0 cat"
     seconds(f"{read} > /dev/null")
     rows = []
-    for command in ("scan", "list", f"convert --to outlook --out '{out}'"):
-        name = command.split()[0]
+    targets = ("outlook",) if client == "apple-emlx" else ("outlook", "apple-mail")
+    for command in ("scan", "list", *(f"convert --to {target} --out '{out}'" for target in targets)):
+        name = command.split(" --out")[0]
         run = f"'{options.program}' {command} --client {client} "
-        before, base = (clean, f"{read} > '{out}/copy'") if name == "convert" else ("true", f"{read} > /dev/null")
+        before, base = (clean, f"{read} > '{out}/copy'") if "convert" in name else ("true", f"{read} > /dev/null")
         figure, took = ratio(f"{run} '{whole}' > /dev/null", base, before, options.pairs)
         rows.append((f"{client}, {options.messages} messages: {name}", f"{figure:.2f} x cat", f"{took:.2f}"))
         figure, took = ratio(f"{run} '{whole}' > /dev/null", f"{run} '{quarter}' > /dev/null", before, options.pairs)
