@@ -39,18 +39,6 @@ private slots:
 
     void clients() { checkRow(); }
 
-    void startRefuses()
-    {
-        WindowRobot robot;
-        robot.expectBox("\nChoose a mail client.", QMessageBox::Ok);
-        robot.start();
-        robot.clientBox()->setCurrentIndex(1);
-        robot.expectBox("\nSelect mailbox database for conversion.", QMessageBox::Ok);
-        robot.start();
-        QVERIFY2(robot.isQuiet(), qPrintable(robot.surprises()));
-        QVERIFY(m_pParseDatabase->isVisible() && !pMessageSavingThread->isRunning());
-    }
-
     void browse()
     {
         QTemporaryDir dir;
@@ -76,10 +64,20 @@ private slots:
         QCOMPARE(line->text(), dir.filePath("a.olm"));
         browse("");
         QVERIFY(m_selectedFile.isEmpty());
-        robot.clientBox()->setCurrentIndex(0);
+    }
+
+    void refusals()
+    {
+        WindowRobot robot;
         robot.expectBox("\nChoose a mail client.", QMessageBox::Ok);
         robot.click(m_pParseDatabase, "browseConverterButton");
+        robot.expectBox("\nChoose a mail client.", QMessageBox::Ok);
+        robot.start();
+        robot.clientBox()->setCurrentIndex(1);
+        robot.expectBox("\nSelect mailbox database for conversion.", QMessageBox::Ok);
+        robot.start();
         QVERIFY2(robot.isQuiet(), qPrintable(robot.surprises()));
+        QVERIFY(m_pParseDatabase->isVisible() && !pMessageSavingThread->isRunning());
     }
 
     void leave_data()

@@ -23,9 +23,9 @@ private slots:
     }
 
     // After a stop the folders reached are there, can be listed and saved.
-    void stopScan_data()
+    void stopScan()
     {
-        noAndYes([this](bool stop) {
+        for (const bool stop : {false, true}) {
             WindowRobot robot;
             WorkerGate gate(pMessageSavingThread, 50);
             robot.choose(3, store());
@@ -55,10 +55,8 @@ private slots:
             QCOMPARE(parent->childCount(), stop ? 1 : 2);
             robot.clickFolder("Mail/Local Folders/" + parent->child(0)->text(0));
             QCOMPARE(robot.statusCount(), QString("3000"));
-        });
+        }
     }
-
-    void stopScan() { checkRow(); }
 
     void stopSave_data()
     {
@@ -111,9 +109,9 @@ private slots:
         QCOMPARE(QFileInfo(bundle() + "/Mail/Local Folders/Inbox.mbox").size(), qint64(large.size() + 1));
     }
 
-    void replaceQuestion_data()
+    void replaceQuestion()
     {
-        noAndYes([this](bool replace) {
+        for (const bool replace : {false, true}) {
             writeFiles(bundle(), {{"old", "old"}});
             WindowRobot robot;
             robot.scan(store());
@@ -128,28 +126,16 @@ private slots:
             if (!replace) {
                 QVERIFY(m_pSaveAs->isVisible());
                 QCOMPARE(readFiles(bundle()), (FileMap{{"old", "old"}}));
-                return;
+                continue;
             }
             QTRY_VERIFY(robot.importWindow()->isVisible());
             const FileMap written = readFiles(bundle());
             QVERIFY(!written.contains("old"));
             QCOMPARE(written.value("Mail/Local Folders/Sent.mbox"), large + "\n");
-        });
+        }
     }
 
-    void replaceQuestion() { checkRow(); }
-
-    void nothingTicked()
-    {
-        WindowRobot robot;
-        robot.scan(store());
-        robot.expectBox("Select a folder to save.", QMessageBox::Ok);
-        robot.click(m_pMySaveButton);
-        QVERIFY(robot.isQuiet());
-        QVERIFY(!m_pSaveAs->isVisible());
-    }
-
-    void nothingFound()
+    void nothingFoundAndNothingTicked()
     {
         WindowRobot robot;
         robot.choose(3, out());
@@ -158,18 +144,20 @@ private slots:
         QTRY_VERIFY(robot.isQuiet());
         robot.settle();
         QVERIFY(!robot.progress());
-        QVERIFY(m_pMyOpenButton->isEnabled() && !m_pMySaveButton->isEnabled() &&
-                !robot.fileAction(1)->isEnabled());
-        QVERIFY(m_selectedFile.isEmpty());
+        QVERIFY(m_pMyOpenButton->isEnabled() && !m_pMySaveButton->isEnabled() && m_selectedFile.isEmpty());
+        QVERIFY(!robot.fileAction(1)->isEnabled());
         robot.click(m_pMyOpenButton); // no question
         QVERIFY(m_pParseDatabase->isVisible());
         robot.scan(store());
         QCOMPARE(robot.folder("Mail/Local Folders")->childCount(), 2);
+        robot.expectBox("Select a folder to save.", QMessageBox::Ok);
+        robot.click(m_pMySaveButton);
+        QVERIFY(robot.isQuiet() && !m_pSaveAs->isVisible());
     }
 
-    void closeQuestion_data()
+    void closeQuestion()
     {
-        noAndYes([](bool close) {
+        for (const bool close : {false, true}) {
             WindowRobot robot;
             robot.expectBox("\nDo you want to close Velmora Mail Converter? ",
                             close ? QMessageBox::Yes : QMessageBox::No);
@@ -178,10 +166,8 @@ private slots:
             QCOMPARE(closeevent, close ? 1 : 0);
             if (close)
                 QVERIFY(robot.window->close()); // asked once only
-        });
+        }
     }
-
-    void closeQuestion() { checkRow(); }
 
     // The program ends while a save runs: the save is stopped and waited for.
     void closeWhileSaving()
@@ -284,12 +270,6 @@ private slots:
     }
 
 private:
-    static void noAndYes(const std::function<void(bool)> &check)
-    {
-        const DataTable row(check);
-        row("No", false);
-        row("Yes", true);
-    }
     void scanAndTick(WindowRobot *robot) const
     {
         robot->scan(store());
