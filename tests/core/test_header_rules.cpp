@@ -131,7 +131,7 @@ private slots:
         };
         for (const char *date :
              {"Mon, 5 Mar 2012 14:07:09\n", "Mon, 5 Mar 2012 14:07:09 +0530\n", "5 Mar 2012 14:07:09 GMT",
-              "Mon, 5 Mar 2012 14:07:09 EDT\n", "Mon, 5 Mar 2012 14:07:09 +0000 (UTC)\r\n",
+              "5 Mar 2012 EDT 14:07:09", "Mon, 5 Mar 2012 14:07:09 +0000 (UTC)\r\n",
               "5 Mar 12 14:07:09 +0000", "Monday, 05 March 2012 14:07:09"})
             both(date, date, afternoon);
         both("month first", "March 5, 2012 14:07 PM", "05 Mar 2012 02:07:00 PM");

@@ -33,7 +33,8 @@ private slots:
             "a & \xC3\xA9");
         row("among others", plist("<key>a</key><array><string>b</string></array><key>c</key><true/>" + entry),
             "a & \xC3\xA9");
-        row("nested dictionary", plist("<key>Apple Mail</key><dict>" + entry + "</dict>"), "");
+        row("nested dictionary", plist("<key>Apple Mail</key><dict>" + entry + "</dict><string>a</string>"),
+            "");
         row("key inside another's value", plist("<key>x</key><dict>" + entry + "</dict>"), "");
         row("value without key", plist("<key>Apple Mail</key><key>b</key><string>c</string>"), "");
         row("cut short", plist(entry).left(120), "");
