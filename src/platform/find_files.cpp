@@ -17,6 +17,23 @@ bool isOwn(const QFile &file)
     struct stat info = {};
     return ::fstat(file.handle(), &info) == 0 && S_ISREG(info.st_mode) && info.st_uid == ::geteuid();
 }
+// A name that is no text is passed over.
+QStringList pathsOfLines(const QByteArray &lines)
+{
+    QStringList paths;
+    for (int start = 0; start < lines.size();) {
+        int end = lines.indexOf('\n', start);
+        end = end < 0 ? lines.size() : end;
+        const QByteArray line = QByteArray::fromRawData(lines.constData() + start, end - start);
+        const QString path = QFile::decodeName(line).trimmed();
+        const bool isText =
+            !path.contains(QChar::ReplacementCharacter) || QFile::encodeName(QFile::decodeName(line)) == line;
+        if (isText && !path.isEmpty())
+            paths.append(path);
+        start = end + 1;
+    }
+    return paths;
+}
 } // namespace
 
 QString shellQuoted(const QString &text)
@@ -40,13 +57,7 @@ std::optional<QStringList> findFiles(const QString &folder, const QString &nameP
     QFile list(listPath);
     if (!list.open(QIODevice::ReadOnly) || !isOwn(list))
         return std::nullopt;
-    QStringList paths;
-    while (!list.atEnd()) {
-        const QByteArray line = list.readLine();
-        const QString path = QFile::decodeName(line);
-        if (QFile::encodeName(path) == line && !path.trimmed().isEmpty())
-            paths.append(path.trimmed());
-    }
+    const QByteArray lines = list.readAll();
     list.remove();
-    return paths;
+    return pathsOfLines(lines);
 }

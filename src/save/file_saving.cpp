@@ -7,6 +7,7 @@
 #include "save/outlook_bundle.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -40,11 +41,12 @@ FileSaving::FileSaving(const FileSaveRow &row)
         prepareOutlookBundle(m_bundle);
 }
 
-bool FileSaving::save(const QString &path)
+bool FileSaving::save(OpenedFile file)
 {
+    const QString path = file.path;
     if (path.contains(newsFolder))
         return true;
-    if (!open(path))
+    if (!open(std::move(file)))
         return false;
     const bool partial = m_row.joinsParts && path.contains(partialSuffix);
     const QStringList parts = partial ? partsOf(path) : QStringList();
@@ -68,9 +70,9 @@ bool FileSaving::save(const QString &path)
     return true;
 }
 
-bool FileSaving::open(const QString &path)
+bool FileSaving::open(OpenedFile file)
 {
-    if (m_source.open(path))
+    if (m_source.open(std::move(file)))
         return true;
     reportProblem(QStringLiteral("the save ended at a file that can't be opened: ") + m_source.errorString());
     return false;
@@ -149,7 +151,8 @@ bool FileSaving::readPartial(const QStringList &parts)
     readText([this](std::string_view text) { m_partial.insert(m_partial.end(), text.begin(), text.end()); });
     m_places = partPlaces({m_partial.data(), m_partial.size()});
     m_parts = parts.mid(0, static_cast<int>(m_places.size()));
-    return std::all_of(m_parts.cbegin(), m_parts.cend(), [this](const QString &part) { return open(part); });
+    return std::all_of(m_parts.cbegin(), m_parts.cend(),
+                       [this](const QString &part) { return open(openFile(part, 0)); });
 }
 
 void FileSaving::appendPartial()
@@ -165,7 +168,7 @@ void FileSaving::appendPartial()
         }
         m_mailbox.append(text.substr(written, static_cast<size_t>(place) - written));
         written = static_cast<size_t>(place);
-        if (!open(m_parts.at(i)))
+        if (!open(openFile(m_parts.at(i), 0)))
             continue;
         for (std::string_view lines = m_source.readLines(); !lines.empty(); lines = m_source.readLines()) {
             content.clear();

@@ -43,14 +43,14 @@ public:
     /// Lays out the bundle where it has fixed files.
     explicit FileSaving(const FileSaveRow &row);
 
-    /// Saves one file; one that the tree doesn't know is only read. False if it, or a part of it, can't be opened,
-    /// which is reported and ends the save. What can't be written is reported and lost, and nothing else.
-    bool save(const QString &path);
+    /// Saves one file; one that the tree doesn't know is only read. False if it, or a part of it, could not be
+    /// opened, which is reported and ends the save. What can't be written is reported and lost, and nothing else.
+    bool save(OpenedFile file);
     /// Nothing is left to be written then.
     void closeMailbox() { m_mailbox.close(); }
 
 private:
-    bool open(const QString &path);
+    bool open(OpenedFile file);
     template <typename Take>
     void readText(Take take);
     void reportReadError() const;

@@ -1,6 +1,6 @@
 #include "save/mailbox_copy.h"
 
-#include "platform/read_at.h"
+#include "platform/opened_file.h"
 #include "text/byte_search.h"
 #include "text/latin1_line.h"
 

@@ -1,7 +1,7 @@
 #include "save/mailbox_file.h"
 
 #include "app/problem_log.h"
-#include "platform/read_at.h"
+#include "platform/opened_file.h"
 
 #include <QDir>
 #include <QFile>

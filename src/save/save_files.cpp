@@ -1,7 +1,23 @@
 #include "app/shared_state.h"
+#include "platform/read_ahead.h"
 #include "save/file_saving.h"
 #include "save/mail_saving.h"
 #include "save/ticked_items.h"
+
+namespace
+{
+constexpr size_t startBytes = 64 * 1024; // most messages whole
+
+QStringList tickedPaths()
+{
+    QStringList paths;
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
+        if (folder->state == stateTicked)
+            for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
+                paths.append(pathOf(*item));
+    return paths;
+}
+} // namespace
 
 void QMailSaving::FileSearch()
 {
@@ -48,16 +64,18 @@ void QMailSaving::saveFiles(const FileSaveRow &row)
     emit OnIndivisibleProgressvalue(0);
     FileSaving saving(row);
     ulCount = countTickedItems();
+    ReadAhead<OpenedFile> files(tickedPaths(),
+                                [](const QString &path) { return openFile(path, startBytes); });
     quint64 done = 0;
     quint64 shown = 0;
     for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next) {
         if (folder->state == stateTicked)
-            for (const MailItemNode *item : mailItemsOfFolder(folder->folderId)) {
+            for (size_t i = mailItemsOfFolder(folder->folderId).size(); i > 0; --i) {
                 if (const quint64 percent = done * 100 / ulCount; percent != shown)
                     emit OnIndivisibleProgressvalue(static_cast<double>(shown = percent));
                 if (bStopFlag)
                     break;
-                if (!saving.save(pathOf(*item)))
+                if (!saving.save(files.next()))
                     return;
                 ++done;
             }

@@ -7,7 +7,7 @@
 
 namespace
 {
-constexpr size_t blockBytes = 16 * 1024; // most messages; a larger one would be cleared in vain for each file
+constexpr size_t blockBytes = 16 * 1024; // most messages
 constexpr std::string_view locationMark = "X-Opera-Location:";
 
 // The sender and subject of a file, and where the sender's folded lines stand.
@@ -85,15 +85,15 @@ QString operaLabelOf(const QString &location)
     return folders.value(folders.size() - 1);
 }
 
-std::optional<OperaMessage> readOperaMessage(const QString &path, OperaFields fields, QString *error)
+OperaMessage readOperaMessage(const QString &path, OperaFields fields)
 {
+    OperaMessage message;
     LineReader reader(LineReader::Mode::Text);
     reader.setBlockBytes(blockBytes);
     if (!reader.open(path)) {
-        *error = reader.errorString();
-        return std::nullopt;
+        message.error = reader.errorString();
+        return message;
     }
-    OperaMessage message;
     OperaHeaders headers;
     if (fields == OperaFields::All) {
         headers.read(&reader, &message);

@@ -11,6 +11,7 @@ struct OperaMessage {
     QString label;   ///< location label of the last location line, "Mails" where that is empty
     QString sender;  ///< decoded, header name off; "" if there is none
     QString subject; ///< likewise
+    QString error;   ///< path and reason where the file can't be opened; then there is nothing else
 };
 
 /// The folder of a location ("X-Opera-Location: a/b/c:17"): all up to its last ":", or all of it.
@@ -22,6 +23,5 @@ QString operaLabelOf(const QString &location);
 /// All of a message, or only the folder that it lies in.
 enum class OperaFields { All, Folder };
 
-/// Reads a message file, sender and subject from its body too where the headers have none. Nothing if it can't be
-/// opened; `error` then tells path and reason.
-std::optional<OperaMessage> readOperaMessage(const QString &path, OperaFields fields, QString *error);
+/// Reads a message file, sender and subject from its body too where the headers have none.
+OperaMessage readOperaMessage(const QString &path, OperaFields fields);

@@ -4,6 +4,8 @@
 #include "scan/folder_ids.h"
 #include "scan/opera_message.h"
 
+#include <future>
+
 namespace
 {
 // The path field holds the path in its lower half and the label in its upper half.
@@ -22,15 +24,18 @@ void recordMessage(const QString &path, const OperaMessage &message)
 bool OperaScan::find()
 {
     listOfPathOfOnlyMbs.clear();
+    auto ini = std::async([] { return findInStore("accounts.ini", "/var/tmp/VelmoraKestrinINI"); });
     const std::optional<QStringList> messages = findInStore("*.mbs", "/var/tmp/VelmoraKestrinMbs");
     if (!messages)
         return false;
     listOfPathOfOnlyMbs = *messages;
     if (messages->isEmpty())
         return true;
-    const std::optional<QStringList> accounts = findInStore("accounts.ini", "/var/tmp/VelmoraKestrinINI");
+    const std::optional<QStringList> accounts = ini.get();
     if (!accounts)
         return false;
+    m_messages.emplace(*messages,
+                       [fields = m_fields](const QString &path) { return readOperaMessage(path, fields); });
     m_accounts.emplace(accounts->isEmpty() ? QString() : accounts->last(), scanAccounts);
     return true;
 }
@@ -43,20 +48,19 @@ const QStringList &OperaScan::paths() const
 FileStep OperaScan::take(const QString &path)
 {
     const QString account = m_accounts->nameOf(operaAccountOf(path));
-    QString error;
-    const std::optional<OperaMessage> message = readOperaMessage(path, m_fields, &error);
-    if (!message) {
-        reportUnreadable(path, error);
+    const OperaMessage message = m_messages->next();
+    if (!message.error.isEmpty()) {
+        reportUnreadable(path, message.error);
         return FileStep::Unreadable;
     }
     if (isNewsFeed(path))
         return FileStep::Taken;
-    const QString folder = message->folder.value_or(QStringLiteral("Mails"));
+    const QString folder = message.folder.value_or(QStringLiteral("Mails"));
     const QString tree =
         QStringLiteral("Mail") + (QLatin1Char('/') + account + QLatin1Char('/') + folder).trimmed();
     m_trees.enter(tree, [&] { treeCreatorOperaMail(tree, path); });
     if (m_fields == OperaFields::All)
-        recordMessage(path, *message);
+        recordMessage(path, message);
     listOfPathOfOnlyForTree.append(path.trimmed());
     appendMailItem(path, llParentIdRunning);
     ++noOfConvertedMessage;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/read_ahead.h"
 #include "scan/file_store_scan.h"
 #include "scan/opera_message.h"
 #include "text/opera_accounts.h"
@@ -15,11 +16,12 @@ public:
     bool find();
     /// The message files found, in the order of the search.
     const QStringList &paths() const;
-    /// Gives a file its folder and records.
+    /// Gives a file its folder and records. To be called for the files found, one after the other.
     FileStep take(const QString &path);
 
 private:
     OperaFields m_fields;
+    std::optional<ReadAhead<OperaMessage>> m_messages;
     std::optional<OperaAccounts> m_accounts;
     TreePaths m_trees;
 };

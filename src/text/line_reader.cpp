@@ -1,52 +1,31 @@
 #include "text/line_reader.h"
 
-#include "platform/read_at.h"
-
 #include "text/byte_search.h"
-
-#include <QFile>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-LineReader::~LineReader()
-{
-    close();
-}
-
 bool LineReader::open(const QString &path)
 {
-    close();
-    m_file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    struct stat info = {};
-    const bool opened = m_file >= 0 && ::fstat(m_file, &info) == 0;
-    if (!opened || !S_ISREG(info.st_mode)) {
-        const QString reason = opened ? QStringLiteral("not a regular file") : qt_error_string(errno);
-        close();
-        m_error = path + QStringLiteral(": ") + reason;
-        return false;
-    }
-    m_size = info.st_size;
-    m_path = path;
-    m_error.clear();
-    return true;
+    return open(openFile(path, 0));
 }
 
-void LineReader::close()
+bool LineReader::open(OpenedFile file)
 {
-    if (m_file >= 0)
-        ::close(m_file);
-    m_file = -1;
+    m_file = std::move(file.handle);
+    m_size = file.size;
+    m_path = file.path;
+    m_error = file.error;
     m_blockStart = 0;
-    m_filled = m_next = 0;
-    m_changed = false;
-    m_size = 0;
+    m_filled = file.startBytes;
+    m_next = m_lostCr = 0;
+    if (file.start) {
+        m_block = std::move(file.start);
+        m_capacity = m_filled;
+    }
+    return m_error.isEmpty();
 }
 
 void LineReader::enlargeBlock(size_t bytes)
@@ -60,8 +39,9 @@ void LineReader::enlargeBlock(size_t bytes)
 // Moves what has not been read to the front of the block and fills up behind it.
 bool LineReader::readBlock()
 {
-    if (m_file < 0)
+    if (!m_file.isOpen())
         return false;
+    m_lostCr = 0;
     m_filled -= m_next;
     if (m_filled > 0)
         std::memmove(m_block.get(), m_block.get() + m_next, m_filled);
@@ -74,7 +54,7 @@ bool LineReader::readBlock()
         enlargeBlock(m_blockBytes);
     else if (m_filled == m_capacity)
         enlargeBlock(m_capacity * 2);
-    const ssize_t got = readAt(m_file, &m_block[m_filled], m_capacity - m_filled, end);
+    const ssize_t got = readAt(m_file.descriptor(), &m_block[m_filled], m_capacity - m_filled, end);
     if (got < 0)
         m_error = m_path + QStringLiteral(": ") + qt_error_string(errno);
     if (got <= 0)
@@ -83,8 +63,17 @@ bool LineReader::readBlock()
     return true;
 }
 
+// Gives the last line back the CR that it was delivered without.
+void LineReader::restoreLine()
+{
+    if (m_lostCr > 0)
+        m_block[m_lostCr - 1] = '\r';
+    m_lostCr = 0;
+}
+
 std::optional<std::string_view> LineReader::readLine()
 {
+    restoreLine();
     size_t searched = 0;
     for (;;) {
         const char *start = m_block.get() + m_next;
@@ -95,19 +84,17 @@ std::optional<std::string_view> LineReader::readLine()
             searched = available;
             if (readBlock())
                 continue;
-            if (m_filled == 0)
-                return std::nullopt;
-            const std::string_view rest(m_block.get(), m_filled);
+            const std::string_view rest(m_block.get() + m_next, m_filled - m_next);
             m_next = m_filled;
-            return rest;
+            return rest.empty() ? std::nullopt : std::make_optional(rest);
         }
         size_t length = static_cast<size_t>(static_cast<const char *>(feed) - start) + 1;
         m_next += length;
         if (m_mode == Mode::Text && length > 1 && start[length - 2] == '\r') {
-            // The CR becomes the line feed in the block; going back re-reads the block from the file.
+            // The CR is the line's line feed until the next call.
             --length;
-            m_changed = true;
-            m_block[m_next - 2] = '\n';
+            m_lostCr = m_next - 1;
+            m_block[m_lostCr - 1] = '\n';
         }
         return std::string_view(start, length);
     }
@@ -194,14 +181,15 @@ bool LineReader::skipToLineWith(std::string_view text)
 
 void LineReader::seek(qint64 position)
 {
+    restoreLine();
+    position = std::max<qint64>(0, position);
     const qint64 ahead = position - m_blockStart;
-    if (!m_changed && ahead >= 0 && ahead <= static_cast<qint64>(m_filled)) {
-        m_next = static_cast<size_t>(ahead);
+    if (ahead >= 0 && (ahead <= static_cast<qint64>(m_filled) || !m_file.isOpen())) {
+        m_next = std::min(static_cast<size_t>(ahead), m_filled);
         return;
     }
-    m_blockStart = std::max<qint64>(0, position);
+    m_blockStart = position;
     m_filled = m_next = 0;
-    m_changed = false;
 }
 
 bool LineReader::atEnd()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/opened_file.h"
 #include "text/byte_search.h"
 
 #include <QString>
@@ -18,13 +19,11 @@ public:
     enum class Mode { Bytes, Text };
 
     explicit LineReader(Mode mode) : m_mode(mode) {}
-    ~LineReader();
-    LineReader(const LineReader &) = delete;
-    LineReader &operator=(const LineReader &) = delete;
 
     /// Opens a regular file. False if that fails; errorString() then names the path.
     bool open(const QString &path);
-    void close();
+    /// Reads a file that is open already; false if it could not be opened.
+    bool open(OpenedFile file);
 
     /// The next line, line feed included, or nothing at the end of the file. The view is valid until the next
     /// call.
@@ -60,19 +59,20 @@ private:
     bool readBlock();
     void enlargeBlock(size_t bytes);
     bool fill(size_t bytes);
+    void restoreLine();
 
     Mode m_mode;
-    int m_file = -1;
+    FileHandle m_file; ///< closed where m_block holds the whole file from its start
     qint64 m_size = 0;
     QString m_path;
     QString m_error;
     size_t m_blockBytes = 256 * 1024;
     std::unique_ptr<char[]> m_block; ///< bytes of the file from m_blockStart on; grows only for a longer line
     size_t m_capacity = 0;           ///< bytes that m_block has room for
-    bool m_changed = false;          ///< a line in m_block has lost its CR
     qint64 m_blockStart = 0;
     size_t m_filled = 0; ///< valid bytes in m_block
     size_t m_next = 0;   ///< index of the next byte
+    size_t m_lostCr = 0; ///< index behind the CR that the last line has lost; 0: none
 };
 
 /// A line as text: its bytes up to the first zero byte, read as UTF-8 as QString does (a byte order mark at the

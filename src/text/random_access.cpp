@@ -1,6 +1,6 @@
 #include "text/random_access.h"
 
-#include "platform/read_at.h"
+#include "platform/opened_file.h"
 
 #include <QFile>
 #include <QFileInfo>

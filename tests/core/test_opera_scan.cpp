@@ -204,9 +204,7 @@ private:
     OperaMessage read(const QByteArray &file, OperaFields fields = OperaFields::All) const
     {
         writeFiles(m_dir.path(), {{"m.mbs", file}});
-        QString error;
-        return readOperaMessage(m_dir.filePath("m.mbs"), fields, &error)
-            .value_or(OperaMessage{{}, "unreadable", {}, {}});
+        return readOperaMessage(m_dir.filePath("m.mbs"), fields);
     }
 
     QTemporaryDir m_dir;

@@ -1,0 +1,74 @@
+#include "platform/read_ahead.h"
+#include "store_files.h"
+#include "text/line_reader.h"
+
+class TestLineReader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // Whatever part of a file was read along with its opening, its lines are the same, and so again from its start.
+    void fileReadAhead_data()
+    {
+        QTest::addColumn<int>("startBytes");
+        for (const int bytes : {0, 1, 100, 1 << 16})
+            QTest::addRow("%d bytes", bytes) << bytes;
+    }
+    void fileReadAhead()
+    {
+        QFETCH(int, startBytes);
+        QTemporaryDir folder;
+        QStringList paths;
+        QList<QByteArrayList> expected;
+        for (int i = 0; i < 200; ++i) { // more than are read ahead at once
+            QByteArrayList lines;
+            for (int line = 0; line < i; ++line)
+                lines.append(QByteArray(line * 7 % 90, 'x') + '\n');
+            if (i % 3 == 0)
+                lines.append("no line feed");
+            expected.append(lines);
+            QByteArray bytes = lines.join();
+            if (i % 2 == 0)
+                bytes.replace('\n', "\r\n");
+            writeFiles(folder.path(), {{QString::number(i), bytes}});
+            paths.append(folder.filePath(QString::number(i)));
+        }
+        ReadAhead<OpenedFile> files(
+            paths, [=](const QString &path) { return openFile(path, static_cast<size_t>(startBytes)); });
+        LineReader reader(LineReader::Mode::Text);
+        reader.setBlockBytes(64);
+        for (int i = 0; i < paths.size(); ++i) {
+            QVERIFY(reader.open(files.next()));
+            QCOMPARE(linesOf(&reader), expected.at(i));
+            reader.seek(0);
+            QCOMPARE(linesOf(&reader), expected.at(i));
+            QVERIFY(reader.atEnd());
+        }
+    }
+
+    void noRegularFile()
+    {
+        QTemporaryDir folder;
+        const QString missing = folder.filePath("missing");
+        ReadAhead<OpenedFile> files({missing, folder.path()},
+                                    [](const QString &path) { return openFile(path, 1); });
+        LineReader reader(LineReader::Mode::Bytes);
+        QVERIFY(!reader.open(files.next()));
+        QCOMPARE(reader.errorString(), missing + ": No such file or directory");
+        QVERIFY(!reader.open(files.next()));
+        QCOMPARE(reader.errorString(), folder.path() + ": not a regular file");
+        QVERIFY(!reader.readLine());
+    }
+
+private:
+    static QByteArrayList linesOf(LineReader *reader)
+    {
+        QByteArrayList lines;
+        while (const std::optional<std::string_view> line = reader->readLine())
+            lines.append(QByteArray(line->data(), static_cast<int>(line->size())));
+        return lines;
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLineReader)
+#include "test_line_reader.moc"
