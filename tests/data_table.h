@@ -6,8 +6,8 @@
 
 Q_DECLARE_METATYPE(std::function<void()>)
 
-/// A test's rows: what is checked of each, then a call for each row with its name and values. The test runs them
-/// by checkRow(). By then the table is gone: a check may hold the test object and copies, no references.
+/// A test's rows: what is checked of each, then a call for each row with its name and values. The test runs
+/// them by checkRow(). By then the table is gone: a check may hold the test object and copies, no references.
 ///
 ///     void depth_data()
 ///     {

@@ -125,9 +125,10 @@ private slots:
     void mixture()
     {
         // clang-format off
-        const QByteArray pieces[] = {"From ", "From - ", "Content-Type: text/plain;", "Content-Type: text/html;",
-                                     "\n", "\r\n", "\r", "--", "-", "\xC3\xA9", "\xFF", mark, "\xF0\x9F\x98\x80",
-                                     "0123456789abcdefghi", QByteArray(150, 'x'), QByteArray(1, '\0')};
+        const QByteArray pieces[] = {
+            "From ", "From - ", "Content-Type: text/plain;", "Content-Type: text/html;", "\n", "\r\n", "\r", "--", "-",
+            "\xC3\xA9", "\xFF", mark, "\xF0\x9F\x98\x80", "0123456789abcdefghi", QByteArray(150, 'x'),
+            QByteArray(1, '\0')};
         // clang-format on
         quint32 seed = 7;
         for (int round = 0; round < 30; ++round) {
@@ -138,8 +139,8 @@ private slots:
         }
     }
 
-    // Lines come in lists of a million, and go in chunks of a hundred thousand, a line feed behind each. Where
-    // their length changes, the number of those to come can't be told.
+    // Lines come in lists of a million, and go in chunks of a hundred thousand with a line feed behind each.
+    // Where their length changes, the number of those to come can't be told.
     void chunks_data()
     {
         const DataTable row([this](const QByteArray &line, int lines, const QByteArray &other, int others,

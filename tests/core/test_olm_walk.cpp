@@ -153,8 +153,8 @@ private slots:
             }
     }
 
-    // No crash, no endless walk, and the message behind is found unless the entry claims to reach past the end,
-    // with a size that a position can hold.
+    // No crash, no endless walk, and the message behind is found unless the entry claims to reach past the
+    // end, with a size that a position can hold.
     void hostileSizes_data()
     {
         const DataTable row([](qint64 size, qint64 storedSize) {

@@ -204,7 +204,7 @@ private slots:
 
     void decoding() { checkRow(); }
 
-    // What stands behind the text, and how much of the body is left: from its first line to before the second.
+    // What stands behind the text, and how much of the body is left: from its first line to the second.
     void textEnd_data()
     {
         const DataTable table([](const QByteArray &line, bool file, bool mailbox) {

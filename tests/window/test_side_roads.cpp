@@ -214,7 +214,7 @@ private slots:
 
     void cancelledTarget() { checkRow(); }
 
-    // A reader that gives up at a file sends no end signal: its dialog stays, says which file, and Stop ends it.
+    // A reader that gives up at a file sends no end signal: its dialog stays, names the file, and Stop ends it.
     void endedEarly()
     {
         WindowRobot robot;
