@@ -5,9 +5,9 @@
 namespace
 {
 const char abortQuestion[] = "Process cannot be resumed from the current stage.";
-const QByteArray message =
-    "From - Mon Jan  1 00:00:00 2007\nFrom: Ann <a@b.example>\nSubject: Hello\n\nHello\n\n";
-const QByteArray large = message.repeated(3000);
+const QByteArray message = "From - Mon Jan  1 00:00:00 2007\nFrom: Ann <a@b.example>\nSubject: Hello\n\n" +
+                           QByteArray(120, 'x') + "\n\n";
+const QByteArray large = message.repeated(3000); // more than is copied at once
 } // namespace
 
 class TestSideRoads : public QObject
