@@ -1,14 +1,15 @@
 #pragma once
 
 #include <QStringList>
-#include <QThreadPool>
 
 #include <algorithm>
+#include <condition_variable>
 #include <cstddef>
 #include <functional>
 #include <future>
-#include <memory>
+#include <mutex>
 #include <queue>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -22,9 +23,23 @@ public:
     ReadAhead(const QStringList &paths, std::function<Result(const QString &)> read)
         : m_paths(paths), m_read(std::move(read))
     {
-        m_threads.setMaxThreadCount(std::min(m_threads.maxThreadCount(), mostThreads));
-        for (int i = 0; i < 2 * m_threads.maxThreadCount(); ++i)
+        for (unsigned i = std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads); i > 0; --i) {
             begin();
+            begin(); // so that no thread runs out of work
+            m_threads.emplace_back([this] { work(); });
+        }
+    }
+    ReadAhead(const ReadAhead &) = delete;
+    ReadAhead &operator=(const ReadAhead &) = delete;
+    ~ReadAhead()
+    {
+        {
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            m_ended = true;
+        }
+        m_wake.notify_all();
+        for (std::thread &thread : m_threads)
+            thread.join();
     }
 
     /// What came of the next path. To be called at most once for each.
@@ -44,7 +59,7 @@ private:
 
     // Files held open stay well below the number that a process may open, and what a thread has read is still in the
     // processor's cache when it is taken.
-    static constexpr int mostThreads = 3;
+    static constexpr unsigned mostThreads = 3;
     static constexpr int pathsAtOnce = 32;
 
     void begin()
@@ -53,22 +68,47 @@ private:
         m_begun += paths.size();
         if (paths.isEmpty())
             return;
-        const auto task = std::make_shared<std::packaged_task<Results()>>([paths, read = m_read] {
+        std::packaged_task<Results()> task([this, paths] {
             Results results;
             results.reserve(static_cast<size_t>(paths.size()));
             for (const QString &path : paths)
-                results.push_back(read(path));
+                results.push_back(m_read(path));
             return results;
         });
-        m_ahead.push(task->get_future());
-        m_threads.start([task] { (*task)(); });
+        m_ahead.push(task.get_future());
+        {
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            m_tasks.push(std::move(task));
+        }
+        m_wake.notify_one();
     }
 
-    QStringList m_paths;
-    std::function<Result(const QString &)> m_read;
-    int m_begun = 0; ///< of m_paths
-    std::queue<std::future<Results>> m_ahead;
+    void work()
+    {
+        for (;;) {
+            std::packaged_task<Results()> task;
+            {
+                std::unique_lock<std::mutex> lock(m_mutex);
+                m_wake.wait(lock, [this] { return m_ended || !m_tasks.empty(); });
+                if (m_ended)
+                    return;
+                task = std::move(m_tasks.front());
+                m_tasks.pop();
+            }
+            task();
+        }
+    }
+
+    const QStringList m_paths;
+    const std::function<Result(const QString &)> m_read;
+    int m_begun = 0;                          ///< of m_paths
+    std::queue<std::future<Results>> m_ahead; ///< what was begun and not taken
     Results m_results;
     size_t m_taken = 0; ///< of m_results
-    QThreadPool m_threads;
+
+    std::mutex m_mutex; ///< guards what is shared with the threads
+    std::condition_variable m_wake;
+    std::queue<std::packaged_task<Results()>> m_tasks; ///< what was begun and no thread has taken up
+    bool m_ended = false;
+    std::vector<std::thread> m_threads;
 };
