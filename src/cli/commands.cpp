@@ -78,41 +78,57 @@ bool isThere(const QString &path)
     return info.exists() || info.isSymLink();
 }
 
-void printSave(const Arguments &arguments, Outcome outcome)
-{
-    const auto files = static_cast<qint64>(ulCount.load());
-    if (arguments.json) {
-        JsonWriter json(stdout);
-        json.beginObject();
-        json.key("outcome").value(outcomeName(outcome));
-        json.key("bundle").value(FileSavingPath);
-        json.key("files").value(files);
-        json.endObject();
-        return;
-    }
-    QTextStream out(stdout);
-    out.setCodec("UTF-8");
-    if (outcome == Outcome::Finished)
-        out << "File saved successfully at location " << FileSavingPath << " (" << files << ")\n";
-    else
-        out << "What was saved so far is at location " << FileSavingPath << '\n';
-}
-
-int saveTicked(const Arguments &arguments, const ScanResult &scan)
+void setTarget(const Arguments &arguments)
 {
     saveDir = arguments.outDir;
     FileSavingPath = saveDir + (arguments.toAppleMail ? QStringLiteral("/Main Identity.mbox")
                                                       : QStringLiteral("/Main Identity.rge"));
     bForAppleMail = arguments.toAppleMail;
     bForOutlookMail = !arguments.toAppleMail;
+}
+
+void printSaveJson(Outcome outcome)
+{
+    JsonWriter json(stdout);
+    json.beginObject();
+    json.key("outcome").value(outcomeName(outcome));
+    json.key("bundle").value(FileSavingPath);
+    json.key("files").value(static_cast<qint64>(ulCount.load()));
+    json.endObject();
+}
+
+void printSave(const Arguments &arguments, Outcome outcome)
+{
+    if (arguments.json) {
+        printSaveJson(outcome);
+        return;
+    }
+    QTextStream out(stdout);
+    out.setCodec("UTF-8");
+    if (outcome == Outcome::Finished)
+        out << "File saved successfully at location " << FileSavingPath << " (" << ulCount.load() << ")\n";
+    else
+        out << "What was saved so far is at location " << FileSavingPath << '\n';
+}
+
+// The end of a command whose save has not begun.
+int endWithoutSave(const Arguments &arguments, Outcome outcome)
+{
+    if (arguments.json)
+        printSaveJson(outcome);
+    return statusOf(outcome);
+}
+
+int saveTicked(const Arguments &arguments, const ScanResult &scan)
+{
     if (isThere(FileSavingPath)) {
         if (!arguments.replace) {
             say(QStringLiteral("already exists, use --replace: ") + FileSavingPath);
-            return ExitEndedEarly;
+            return endWithoutSave(arguments, Outcome::Ended);
         }
         if (!removeOldBundle(FileSavingPath)) {
             say(QStringLiteral("can't be removed: ") + FileSavingPath);
-            return ExitEndedEarly;
+            return endWithoutSave(arguments, Outcome::Ended);
         }
     }
     Outcome outcome = runSave(!arguments.quiet);
@@ -126,10 +142,14 @@ int saveTicked(const Arguments &arguments, const ScanResult &scan)
 
 int convert(const Arguments &arguments, const ScanResult &scan, const std::vector<SentFolder> &chosen)
 {
+    setTarget(arguments);
+    if (stopSignalled())
+        return endWithoutSave(arguments, Outcome::Stopped);
+    if (scan.folders.empty() && scan.outcome == Outcome::Ended)
+        return endWithoutSave(arguments, Outcome::Ended);
     if (scan.folders.empty()) {
-        if (scan.outcome == Outcome::Finished)
-            say(QStringLiteral("no folder to save: ") + arguments.store);
-        return scan.outcome == Outcome::Ended ? ExitEndedEarly : ExitNothing;
+        say(QStringLiteral("no folder to save: ") + arguments.store);
+        return ExitNothing;
     }
     if (arguments.folders.isEmpty())
         markFolder(llRootId, stateTicked);
@@ -150,10 +170,10 @@ int runCommand(const Arguments &arguments)
         printScan(arguments, scan);
         return status;
     }
-    if (status == ExitNothing || (status == ExitStopped && arguments.command == Command::Convert))
+    if (status == ExitNothing)
         return status;
     std::vector<SentFolder> chosen;
-    if (!chooseFolders(arguments, scan, &chosen))
+    if (status != ExitStopped && !chooseFolders(arguments, scan, &chosen))
         return ExitNothing;
     if (arguments.command == Command::Convert)
         return convert(arguments, scan, chosen);

@@ -4,7 +4,7 @@
 #include <QFile>
 
 #include <atomic>
-#include <cstdlib>
+#include <cstdio>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -17,6 +17,15 @@ bool isOwn(const QFile &file)
     struct stat info = {};
     return ::fstat(file.handle(), &info) == 0 && S_ISREG(info.st_mode) && info.st_uid == ::geteuid();
 }
+
+// Waits for its end. Not by system(), which would lose an interrupt of this program meanwhile. What the command
+// returns is not looked at: find also fails where it only could not enter a folder.
+void runInShell(const QString &command)
+{
+    if (std::FILE *shell = ::popen(QFile::encodeName(command).constData(), "r"))
+        ::pclose(shell);
+}
+
 // A name that is no text is passed over.
 QStringList pathsOfLines(const QByteArray &lines)
 {
@@ -49,11 +58,10 @@ std::optional<QStringList> findFiles(const QString &folder, const QString &nameP
     const QString listPath =
         QStringLiteral("%1.%2.%3").arg(listFile).arg(QCoreApplication::applicationPid()).arg(++runs);
     QFile::remove(listPath);
-    // noclobber: whoever put a link at the list's place meanwhile gets nothing overwritten.
-    const QString command = QStringLiteral("set -C; find %1  -name %2 ! -path '*\n*' > %3 2>&1")
-                                .arg(shellQuoted(folder), shellQuoted(namePattern), shellQuoted(listPath));
-    const int status = std::system(QFile::encodeName(command).constData());
-    Q_UNUSED(status) // find also fails where it only could not enter a folder
+    // noclobber: whoever put a link at the list's place meanwhile gets nothing overwritten. The interrupt that stops this
+    // program reaches the search as well, from a terminal; it must not cut the list short.
+    runInShell(QStringLiteral("trap '' INT TERM; set -C; find %1  -name %2 ! -path '*\n*' > %3 2>&1")
+                   .arg(shellQuoted(folder), shellQuoted(namePattern), shellQuoted(listPath)));
     QFile list(listPath);
     if (!list.open(QIODevice::ReadOnly) || !isOwn(list))
         return std::nullopt;
