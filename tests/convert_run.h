@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -10,7 +11,7 @@ struct Run {
     int status;
     QByteArray out;
     QByteArray err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out).object(); }
+    QJsonValue json() const { return QJsonDocument::fromJson(out).object(); }
 };
 
 /// Runs velmora-convert, which the environment names, to its end.

@@ -56,6 +56,11 @@ inline QByteArray olmElement(const QByteArray &name, const QByteArray &value)
     return "<" + name + " xml:space=\"preserve\">" + value + "</" + name + ">";
 }
 
+inline QByteArray olmCopy(const QByteArray &name, const QByteArray &value)
+{
+    return olmElement("OPFMessageCopy" + name, value);
+}
+
 inline QByteArray olmAddress(const QByteArray &address, const QByteArray &name = QByteArray())
 {
     const QByteArray named = name.isNull() ? QByteArray() : " OPFContactEmailAddressName=\"" + name + "\"";
@@ -85,4 +90,10 @@ inline QByteArray olmXml(const QList<QByteArray> &messages)
 inline QByteArray olmMessageEntry(const QByteArray &folder, const QByteArray &xml)
 {
     return olmEntry({"Local/box/" + folder + "/__message_attachment__1.xml", xml});
+}
+
+/// The same with one message of these elements.
+inline QByteArray olmMail(const QByteArray &folder, const QByteArray &elements)
+{
+    return olmMessageEntry(folder, olmXml({elements}));
 }

@@ -6,8 +6,6 @@
 #include "store_files.h"
 #include "worker_run.h"
 
-#include <QTemporaryDir>
-
 /// A store in a temporary folder, scans of it that begin as at the start of the program, and what they tell.
 class ScanRun
 {
@@ -48,6 +46,12 @@ public:
         return ends;
     }
     QStringList scan() { return scan(path()); }
+    /// Scans an Outlook 2011 archive of these bytes.
+    QStringList scanArchive(const QByteArray &archive)
+    {
+        write({{"backup.olm", archive}});
+        return scan(path("backup.olm"));
+    }
 
     QTemporaryDir dir;
     QMessageSavingThread thread;

@@ -10,9 +10,30 @@
 #include <QFileInfo>
 #include <QMap>
 #include <QString>
+#include <QTemporaryDir>
 #include <QtTest>
 
+#include <string_view>
+
 using FileMap = QMap<QString, QByteArray>;
+
+inline std::string_view viewOf(const QByteArray &bytes)
+{
+    return {bytes.constData(), static_cast<size_t>(bytes.size())};
+}
+
+/// 300 of these pieces, some of them at a line's end, in an order that `seed` decides.
+inline QByteArray mixture(const QByteArray (&pieces)[16], quint32 *seed)
+{
+    QByteArray bytes;
+    for (int i = 0; i < 300; ++i) {
+        *seed = *seed * 1664525 + 1013904223;
+        bytes += pieces[(*seed >> 16) % 16];
+        if (*seed >> 28 > 9)
+            bytes += '\n';
+    }
+    return bytes;
+}
 
 /// Writes each file below `root`, with the folders it needs; fails the test on an error.
 inline void writeFiles(const QString &root, const FileMap &files)

@@ -3,6 +3,9 @@
 // Drives the real window as a user does: clicks, and answers to the boxes and dialogs that come up, told in advance
 // in the order in which they are to come.
 
+#include "data_table.h"
+#include "store_files.h"
+
 #include "app/main_window.h"
 #include "app/my_button_window.h"
 #include "app/shared_state.h"
@@ -29,9 +32,13 @@
 #include <QSemaphore>
 #include <QTextBrowser>
 #include <QTreeWidget>
-#include <QtTest>
 
 #include <memory>
+
+const char discardQuestion[] =
+    "Current scan information will be discarded if you select another mailbox. Do you want "
+    "to continue?";
+const char scanDone[] = "\nMailbox scan completed successfully.";
 
 class WindowRobot
 {
@@ -77,6 +84,7 @@ public:
     QTreeWidget *tree() const { return in<QTreeWidget>(window, "folderTree"); }
     QTreeWidget *list() const { return in<QTreeWidget>(window, "messageList"); }
     QString header() const { return in<QTextBrowser>(window, "headerPane")->toPlainText(); }
+    QComboBox *clientBox() const { return in<QComboBox>(m_pParseDatabase, "comboBoxForClientList"); }
     QString statusName() const { return in<QLabel>(window, "folderNameLabel")->text(); }
     QString statusCount() const { return in<QLabel>(window, "countLabel")->text(); }
     QImportWindow *importWindow() const { return window->findChild<QImportWindow *>(); }
@@ -88,6 +96,10 @@ public:
             if (dialog->isVisible())
                 return dialog;
         return nullptr;
+    }
+    bool canOpenAndSave() const
+    {
+        return m_pMyOpenButton->isEnabled() && m_pMySaveButton->isEnabled() && fileAction(1)->isEnabled();
     }
     /// The action of the File menu at this place.
     QAction *fileAction(int place) const
@@ -101,7 +113,7 @@ public:
     /// Chooses a client in the selection dialog and gives it this store by the Browse button.
     void choose(int client, const QString &store)
     {
-        in<QComboBox>(m_pParseDatabase, "comboBoxForClientList")->setCurrentIndex(client);
+        clientBox()->setCurrentIndex(client);
         expectFileDialog(store);
         click(m_pParseDatabase, "browseConverterButton");
     }
@@ -110,7 +122,7 @@ public:
     void scan(const QString &store, int client = 3)
     {
         choose(client, store);
-        expectBox("\nMailbox scan completed successfully.", QMessageBox::Ok);
+        expectBox(scanDone, QMessageBox::Ok);
         start();
         QTRY_VERIFY2(isQuiet(), qPrintable(surprises()));
         QTRY_VERIFY(!pMessageSavingThread->isRunning());
@@ -185,30 +197,21 @@ private:
         if (auto *box = qobject_cast<QMessageBox *>(modal)) {
             if (m_answers.isEmpty() || m_answers.first().text != box->text()) {
                 m_surprises.append("box: " + box->text());
-                box->reject();
-                return;
+                return box->reject();
             }
             const Answer answer = m_answers.takeFirst();
             click(box->button(answer.button));
         } else if (auto *dialog = qobject_cast<QFileDialog *>(modal)) {
             if (m_answers.isEmpty() || m_answers.first().button != QMessageBox::NoButton) {
                 m_surprises.append("file dialog");
-                dialog->reject();
-                return;
+                return dialog->reject();
             }
-            choosePath(dialog, m_answers.takeFirst().path);
+            const QString path = m_answers.takeFirst().path;
+            if (path.isEmpty())
+                return dialog->reject();
+            in<QLineEdit>(dialog, "fileNameEdit")->setText(path);
+            click(in<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Open));
         }
-    }
-
-    static void choosePath(QFileDialog *dialog, const QString &path)
-    {
-        if (path.isEmpty()) {
-            dialog->reject();
-            return;
-        }
-        dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path);
-        auto *buttons = dialog->findChild<QDialogButtonBox *>("buttonBox");
-        click(buttons->button(QDialogButtonBox::Open));
     }
 
     QTimer m_timer;
@@ -222,10 +225,10 @@ class WorkerGate
 public:
     /// Holds it at the first progress of this many per cent or more.
     template <typename Worker>
-    WorkerGate(Worker *worker, void (Worker::*progress)(double), double from)
+    WorkerGate(Worker *worker, double from)
     {
         QObject::connect(
-            worker, progress, worker,
+            worker, &Worker::OnIndivisibleProgressvalue, worker,
             [state = m_state, from](double percent) {
                 if (percent < from || state->open)
                     return;
@@ -250,13 +253,3 @@ private:
     };
     std::shared_ptr<State> m_state = std::make_shared<State>();
 };
-
-inline WorkerGate holdScan(double from)
-{
-    return WorkerGate(pMessageSavingThread, &QMessageSavingThread::OnIndivisibleProgressvalue, from);
-}
-
-inline WorkerGate holdSave(double from)
-{
-    return WorkerGate(pMailSaving, &QMailSaving::OnIndivisibleProgressvalue, from);
-}

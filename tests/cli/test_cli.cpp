@@ -3,13 +3,6 @@
 #include "olm_files.h"
 #include "store_files.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QtTest>
-
 #include <csignal>
 
 namespace
@@ -24,11 +17,8 @@ bool holdsOpen(const QProcess &process, const QString &name)
     return false;
 }
 
-const QByteArray mailbox = "From - Mon Jan  1 00:00:00 2007\n"
-                           "From: Ann <ann@example.org>\n"
-                           "Subject: A \"quote\", a \\ and a tab\there\n"
-                           "\n"
-                           "Hello\n";
+const QByteArray mailbox = "From - Mon Jan  1 00:00:00 2007\nFrom: Ann <ann@example.org>\n"
+                           "Subject: A \"quote\", a \\ and a tab\there\n\nHello\n";
 } // namespace
 
 class TestCli : public QObject
@@ -45,34 +35,25 @@ private slots:
 
     void usage_data()
     {
-        const DataTable<QStringList> row("arguments");
+        const DataTable row([](const QStringList &arguments) {
+            const Run run = convert(arguments);
+            QCOMPARE(run.status, 2);
+            QCOMPARE(run.out, QByteArray());
+            QVERIFY2(run.err.startsWith("velmora-convert: "), run.err);
+            QCOMPARE(run.err.count('\n'), 1);
+        });
         row("nothing", {});
-        row("unknown command", {"sing", "--client", "3", "/tmp"});
-        row("no client", {"scan", "/tmp"});
-        row("client 0", {"scan", "--client", "0", "/tmp"});
-        row("unknown client", {"scan", "--client", "mutt", "/tmp"});
-        row("no store", {"scan", "--client", "3"});
-        row("two stores", {"scan", "--client", "3", "/tmp", "/usr"});
-        row("unknown option", {"scan", "--client", "3", "--fast", "/tmp"});
-        row("option of another command", {"scan", "--client", "3", "--replace", "/tmp"});
-        row("no target folder", {"convert", "--client", "3", "/tmp"});
-        row("target folder missing", {"convert", "--client", "3", "--out", "/nowhere/at/all", "/tmp"});
-        row("unknown target", {"convert", "--client", "3", "--to", "mutt", "--out", "/tmp", "/tmp"});
-        row("target not offered: Apple Mail",
-            {"convert", "--client", "apple-mbox", "--to", "apple-mail", "--out", "/tmp", "/tmp"});
-        row("target not offered: Outlook",
-            {"convert", "--client", "olm", "--to", "outlook", "--out", "/tmp", "/tmp"});
+        for (const char *arguments :
+             {"sing --client 3 /tmp", "scan /tmp", "scan --client 0 /tmp", "scan --client mutt /tmp",
+              "scan --client 3", "scan --client 3 /tmp /usr", "scan --client 3 --fast /tmp",
+              "scan --client 3 --replace /tmp", "convert --client 3 /tmp",
+              "convert --client 3 --out /nowhere/at/all /tmp", "convert --client 3 --to mutt --out /tmp /tmp",
+              "convert --client apple-mbox --to apple-mail --out /tmp /tmp",
+              "convert --client olm --to outlook --out /tmp /tmp"})
+            row(arguments, QString(arguments).split(' '));
     }
 
-    void usage()
-    {
-        QFETCH(QStringList, arguments);
-        const Run run = convert(arguments);
-        QCOMPARE(run.status, 2);
-        QCOMPARE(run.out, QByteArray());
-        QVERIFY2(run.err.startsWith("velmora-convert: "), run.err);
-        QCOMPARE(run.err.count('\n'), 1);
-    }
+    void usage() { checkRow(); }
 
     void helpAndVersion()
     {
@@ -88,7 +69,7 @@ private slots:
         for (const QString &nothing : {out(), m_dir->filePath("missing")}) {
             const Run scan = convert({"scan", "--client", "thunderbird", "--json", nothing});
             QCOMPARE(scan.status, 1);
-            QCOMPARE(scan.json().value("outcome").toString(), QString("nothing"));
+            QCOMPARE(scan.json()["outcome"].toString(), QString("nothing"));
             QCOMPARE(convert({"list", "--client", "thunderbird", nothing}).status, 1);
             QCOMPARE(convert({"convert", "--client", "thunderbird", "--out", out(), nothing}).status, 1);
         }
@@ -100,21 +81,19 @@ private slots:
         const Run run = convert({"scan", "--client", "3", "--json", store() + "/"});
         QCOMPARE(run.status, 0);
         QVERIFY2(run.err.isEmpty(), run.err);
-        const QJsonObject scan = run.json();
-        QCOMPARE(scan.value("client").toInt(), 3);
-        QCOMPARE(scan.value("store").toString(), store());
-        QCOMPARE(scan.value("outcome").toString(), QString("finished"));
-        const QJsonArray folders = scan.value("folders").toArray();
-        QCOMPARE(folders.size(), 4);
-        QCOMPARE(
-            folders.at(0).toObject(),
-            (QJsonObject{{"id", 502}, {"parent", 501}, {"name", "Mail"}, {"display", "Mail"}, {"path", ""}}));
-        QCOMPARE(scan.value("files").toArray().size(), 2);
-        const QJsonArray messages = scan.value("messages").toArray();
-        QCOMPARE(messages.size(), 2);
-        const QJsonObject message = messages.at(0).toObject();
-        QCOMPARE(message.value("length").toInt(), mailbox.size());
-        QCOMPARE(message.value("subject").toString(), QString("A \"quote\", a \\ and a tab\there\n"));
+        const QJsonValue scan = run.json();
+        QCOMPARE(scan["client"].toInt(), 3);
+        QCOMPARE(scan["store"].toString(), store());
+        QCOMPARE(scan["outcome"].toString(), QString("finished"));
+        QCOMPARE(scan["folders"].toArray().size(), 4);
+        const QJsonObject top{
+            {"id", 502}, {"parent", 501}, {"name", "Mail"}, {"display", "Mail"}, {"path", ""}};
+        QCOMPARE(scan["folders"][0].toObject(), top);
+        QCOMPARE(scan["files"].toArray().size(), 2);
+        QCOMPARE(scan["messages"].toArray().size(), 2);
+        const QJsonObject message = scan["messages"][0].toObject();
+        QCOMPARE(message["length"].toInt(), mailbox.size());
+        QCOMPARE(message["subject"].toString(), QString("A \"quote\", a \\ and a tab\there\n"));
         QVERIFY(!message.contains("label"));
     }
 
@@ -122,19 +101,17 @@ private slots:
     {
         const Run all = convert({"list", "--client", "3", "--json", store()});
         QCOMPARE(all.status, 0);
-        QCOMPARE(all.json().value("folders").toArray().size(), 4);
+        QCOMPARE(all.json()["folders"].toArray().size(), 4);
 
         const Run one =
             convert({"list", "--client", "3", "--json", "--folder", "Mail/Local Folders/Sent", store()});
-        const QJsonArray folders = one.json().value("folders").toArray();
-        QCOMPARE(folders.size(), 1);
-        const QJsonObject folder = folders.at(0).toObject();
-        QCOMPARE(folder.value("tree").toString(), QString("Mail/Local Folders/Sent"));
-        QCOMPARE(folder.value("count").toInt(), 1);
-        const QJsonObject row = folder.value("rows").toArray().at(0).toObject();
-        QCOMPARE(row.value("text").toString(),
-                 QString("Ann <ann@example.org>\nA \"quote\", a \\ and a tab\there"));
-        QCOMPARE(row.value("offset").toString(), QString("0"));
+        QCOMPARE(one.json()["folders"].toArray().size(), 1);
+        const QJsonValue folder = one.json()["folders"][0];
+        QCOMPARE(folder["tree"].toString(), QString("Mail/Local Folders/Sent"));
+        QCOMPARE(folder["count"].toInt(), 1);
+        const QJsonValue row = folder["rows"][0];
+        QCOMPARE(row["text"].toString(), QString("Ann <ann@example.org>\nA \"quote\", a \\ and a tab\there"));
+        QCOMPARE(row["offset"].toString(), QString("0"));
 
         const Run none = convert({"list", "--client", "3", "--folder", "Mail/Elsewhere", store()});
         QCOMPARE(none.status, 1);
@@ -143,19 +120,20 @@ private slots:
 
     void convertAndReplace()
     {
-        const QStringList one = {"convert", "--client", "3",
-                                 "--json",  "--folder", "Mail/Local Folders/Inbox",
-                                 "--out",   out(),      store()};
+        QStringList one{"convert", "--client", "3", "--json", "--folder", "Mail/Local Folders/Inbox"};
+        one << "--out" << out() << store();
         const Run first = convert(one);
         QCOMPARE(first.status, 0);
-        QCOMPARE(first.json(), (QJsonObject{{"outcome", "finished"}, {"bundle", bundle()}, {"files", 1}}));
+        QCOMPARE(first.json().toObject(),
+                 (QJsonObject{{"outcome", "finished"}, {"bundle", bundle()}, {"files", 1}}));
         const FileMap written = readFiles(bundle());
         QCOMPARE(written.value("Mail/Local Folders/Inbox.mbox"), mailbox + "\n");
         QCOMPARE(written.size(), 4);
 
         const Run again = convert(one);
         QCOMPARE(again.status, 4);
-        QCOMPARE(again.json(), (QJsonObject{{"outcome", "ended"}, {"bundle", bundle()}, {"files", 0}}));
+        QCOMPARE(again.json().toObject(),
+                 (QJsonObject{{"outcome", "ended"}, {"bundle", bundle()}, {"files", 0}}));
         QVERIFY2(again.err.contains("Main Identity.rge"), again.err);
         QCOMPARE(readFiles(bundle()), written);
 
@@ -187,16 +165,13 @@ private slots:
         QCOMPARE(run.status, 4);
         QVERIFY2(run.err.contains("xxx.mbox"), run.err);
         QCOMPARE(run.err.count('\n'), 1);
-        QCOMPARE(run.json().value("files").toInt(), 3);
+        QCOMPARE(run.json()["files"].toInt(), 3);
         QCOMPARE(readFiles(bundle()).value("Mail/Local Folders/Inbox.mbox"), mailbox + "\n");
     }
 
     void stopSignal()
     {
-        QByteArray many;
-        for (int i = 0; i < 400000; ++i)
-            many += mailbox;
-        writeFiles(store(), {{"Mail/Local Folders/Large", many}});
+        writeFiles(store(), {{"Mail/Local Folders/Large", mailbox.repeated(400000)}});
         QProcess process;
         process.start(qEnvironmentVariable("VELMORA_CONVERT"), {"scan", "--client", "3", "--json", store()});
         QVERIFY(process.waitForStarted());
@@ -205,15 +180,40 @@ private slots:
         QVERIFY(process.waitForFinished(120000));
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), 3);
-        const QJsonObject scan = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
-        QVERIFY(scan.contains("folders"));
+        QVERIFY(QJsonDocument::fromJson(process.readAllStandardOutput()).object().contains("folders"));
     }
 
     // An interrupt from the terminal, which the search gets as well, while the n-th search runs.
     void interruptedSearch_data()
     {
-        const DataTable<QStringList, int, QByteArray, QByteArray> row("arguments", "search", "printed",
-                                                                      "mailbox");
+        const DataTable row([this](const QStringList &arguments, int search, const QByteArray &printed,
+                                   const QByteArray &mailbox) {
+            const QByteArray message = "1\nX-Apple-Content-Length: 1\n\n--end\n";
+            writeFiles(store(), {{"A.mbox/1.partial.emlx", message},
+                                 {"A.mbox/1.2.emlxpart", "part\n"},
+                                 {"A.mbox/2.partial.emlx", message},
+                                 {"A.mbox/2.2.emlxpart", "part\n"}});
+            writeFiles(m_dir->path(), {{"find", "#!/bin/sh\n"
+                                                "echo >> searches\n"
+                                                "[ $(wc -l < searches) != $INTERRUPTED ] || kill -INT 0\n"
+                                                "PATH=${PATH#*:} exec find \"$@\"\n"}});
+            QVERIFY(QFile::setPermissions(m_dir->filePath("find"), QFile::ReadOwner | QFile::ExeOwner));
+            QProcess process;
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert("PATH", m_dir->path() + ":" + environment.value("PATH"));
+            environment.insert("INTERRUPTED", QString::number(search));
+            process.setProcessEnvironment(environment);
+            process.setWorkingDirectory(m_dir->path());
+            // A session of its own, or the tests would be interrupted too.
+            process.start("setsid", QStringList{qEnvironmentVariable("VELMORA_CONVERT")} + arguments +
+                                        QStringList{"--json", "--client", "apple-emlx", store()});
+            QVERIFY(process.waitForFinished());
+            QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(process.exitCode(), 3);
+            const QByteArray result = process.readAllStandardOutput();
+            QVERIFY2(result.contains(printed), result);
+            QCOMPARE(readFiles(bundle()).value("Mail/A/A.mbox", ""), mailbox);
+        });
         const QStringList save = {"convert", "--out", "out"};
         row("of a scan", {"scan"}, 1, "\"outcome\":\"stopped\"", "");
         row("of a list, the folder not reached", {"list", "--folder", "Mail/A.mbox"}, 1, "{\"folders\":[]}",
@@ -223,54 +223,21 @@ private slots:
             "From - &&&&&@@@####\nX-Apple-Content-Length: 1\n\npart\n--end\n\n");
     }
 
-    void interruptedSearch()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(int, search);
-        QFETCH(QByteArray, printed);
-        const QByteArray message = "1\nX-Apple-Content-Length: 1\n\n--end\n";
-        writeFiles(store(), {{"A.mbox/1.partial.emlx", message},
-                             {"A.mbox/1.2.emlxpart", "part\n"},
-                             {"A.mbox/2.partial.emlx", message},
-                             {"A.mbox/2.2.emlxpart", "part\n"}});
-        writeFiles(m_dir->path(), {{"find", "#!/bin/sh\n"
-                                            "echo >> searches\n"
-                                            "[ $(wc -l < searches) != $INTERRUPTED ] || kill -INT 0\n"
-                                            "PATH=${PATH#*:} exec find \"$@\"\n"}});
-        QVERIFY(QFile::setPermissions(m_dir->filePath("find"), QFile::ReadOwner | QFile::ExeOwner));
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("PATH", m_dir->path() + ":" + environment.value("PATH"));
-        environment.insert("INTERRUPTED", QString::number(search));
-        process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(m_dir->path());
-        // A session of its own, or the tests would be interrupted too.
-        process.start("setsid", QStringList{qEnvironmentVariable("VELMORA_CONVERT")} + arguments +
-                                    QStringList{"--json", "--client", "apple-emlx", store()});
-        QVERIFY(process.waitForFinished());
-        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(process.exitCode(), 3);
-        const QByteArray result = process.readAllStandardOutput();
-        QVERIFY2(result.contains(printed), result);
-        QTEST(readFiles(bundle()).value("Mail/A/A.mbox", ""), "mailbox");
-    }
+    void interruptedSearch() { checkRow(); }
 
     void olmRecords()
     {
         const QString archive = m_olmDir.filePath("records.olm");
-        const QByteArray message =
-            olmElement("OPFMessageCopySubject", "\xC3\xA9") + olmElement("OPFMessageCopyBody", "12");
-        writeFiles(m_olmDir.path(), {{"records.olm", olmXml({message})}});
-        const QJsonObject scan = convert({"scan", "--json", "--client", "olm", archive}).json();
+        writeFiles(m_olmDir.path(),
+                   {{"records.olm", olmXml({olmCopy("Subject", "\xC3\xA9") + olmCopy("Body", "12")})}});
+        const QJsonValue scan = convert({"scan", "--json", "--client", "olm", archive}).json();
         QCOMPARE(scan["outcome"].toString(), QString("finished"));
         QCOMPARE(scan["records"].toArray().size(), 1);
-        QJsonObject record = scan["records"].toArray().at(0).toObject();
+        QJsonObject record = scan["records"][0].toObject();
         QCOMPARE(record.take("szMessageId").toString().size(), 32);
-        QJsonObject expected = {{"szSubject", QString::fromUtf8("\xC3\xA9")},
-                                {"llBodySize", 2},
-                                {"llBodyOffset", 143},
-                                {"llParentId", 4294967294.0},
-                                {"iIsOutgoing", 0}};
+        QJsonObject expected{{"szSubject", "\u00e9"}, {"llBodySize", 2}, {"llBodyOffset", 143}};
+        expected.insert("llParentId", 4294967294.0);
+        expected.insert("iIsOutgoing", 0);
         for (const char *text : {"szFromName", "szFromAddress", "szToAddress", "szCcAddress", "szCcName",
                                  "szBccAddress", "szReceivedTime", "szInReplyTo", "szReferences", "szToName",
                                  "szThreadTopic", "szSentTime", "szFolderPath", "szPriority"})
@@ -284,40 +251,48 @@ private slots:
     void olmSample()
     {
         const QString sample = qEnvironmentVariable("VELMORA_SOURCE") + "/samples/outlook-2011/backup.olm";
-        const QJsonObject list = convert({"list", "--json", "--client", "5", sample}).json();
+        const QJsonValue list = convert({"list", "--json", "--client", "5", sample}).json();
         QStringList folders;
         for (const QJsonValue &folder : list["folders"].toArray())
             folders.append(QString("%1: %2").arg(folder["tree"].toString()).arg(folder["count"].toInt()));
         QCOMPARE(folders, QStringList({"Inbox: 2", "Inbox/Clients: 1", "Sent Items: 1", "Drafts: 1"}));
 
-        const QJsonArray previews =
-            convert({"preview", "--json", "--client", "olm", "--folder", "Inbox", sample})
-                .json()["messages"]
-                .toArray();
-        QCOMPARE(previews.size(), 2);
-        QCOMPARE(previews[1].toObject()["html"].toString(),
+        const Run preview = convert({"preview", "--json", "--client", "olm", "--folder", "Inbox", sample});
+        QCOMPARE(preview.json()["messages"].toArray().size(), 2);
+        QCOMPARE(preview.json()["messages"][1]["html"].toString(),
                  QString("Train at nine.\nPlatform 4 & bring an umbrella.\n"));
+    }
+
+    // Each byte next to each other one, so that every escape stands at every place of a block.
+    void previewOfEveryByte()
+    {
+        QByteArray text;
+        for (int first = 1; first < 256; ++first)
+            for (int second = 1; second < 256; ++second)
+                text.append(char(first)).append(char(second));
+        writeFiles(out(),
+                   {{"Mail/Box", "From - Mon Jan  1 00:00:00 2007\nContent-Type: text/plain;\n\n" + text}});
+        const Run run = convert({"preview", "--client", "3", "--json", out()});
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.json()["messages"][0]["html"].toString(), QString::fromLatin1("\n\n" + text));
     }
 
     void unreadableOlm_data()
     {
-        const DataTable<QString, int, QString> row("path", "status", "outcome");
+        const DataTable row([this](const QString &path, int status, const QString &outcome) {
+            const Run scan = convert({"scan", "--json", "--client", "olm", path});
+            QCOMPARE(scan.status, status);
+            QCOMPARE(scan.json()["outcome"].toString(), outcome);
+            QVERIFY2(scan.err.startsWith("velmora-convert: ") && scan.err.contains(path.toUtf8()), scan.err);
+            QCOMPARE(scan.json()["records"].toArray().size(), 0);
+            QCOMPARE(convert({"convert", "--client", "olm", "--out", m_olmDir.path(), path}).status, status);
+        });
         row("missing", m_olmDir.filePath("missing"), 4, "ended");
         row("folder", m_olmDir.path(), 1, "nothing");
         row("no archive", qEnvironmentVariable("VELMORA_SOURCE") + "/LICENSE", 1, "nothing");
     }
 
-    void unreadableOlm()
-    {
-        QFETCH(QString, path);
-        QFETCH(int, status);
-        const Run scan = convert({"scan", "--json", "--client", "olm", path});
-        QCOMPARE(scan.status, status);
-        QTEST(scan.json()["outcome"].toString(), "outcome");
-        QVERIFY2(scan.err.startsWith("velmora-convert: ") && scan.err.contains(path.toUtf8()), scan.err);
-        QCOMPARE(scan.json()["records"].toArray().size(), 0);
-        QCOMPARE(convert({"convert", "--client", "olm", "--out", m_olmDir.path(), path}).status, status);
-    }
+    void unreadableOlm() { checkRow(); }
 
 private:
     QString store() const { return m_dir->filePath("profile"); }

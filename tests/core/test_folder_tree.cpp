@@ -2,8 +2,6 @@
 #include "browse/folder_tree.h"
 #include "data_table.h"
 
-#include <QtTest>
-
 class TestFolderTree : public QObject
 {
     Q_OBJECT
@@ -22,7 +20,8 @@ private slots:
 
     void displayName_data()
     {
-        const DataTable<QString, QString> row("name", "shown");
+        const DataTable row(
+            [](const QString &name, const QString &shown) { QCOMPARE(::displayName(name), shown); });
         row("plain", "Inbox", "Inbox");
         row("bundle", "Inbox.mbox", "Inbox");
         row("mbox itself", "mbox", "mbox");
@@ -33,37 +32,30 @@ private slots:
         row("case counts", "A.MBOX", "A.MBOX");
     }
 
-    void displayName()
-    {
-        QFETCH(QString, name);
-        QTEST(::displayName(name), "shown");
-    }
+    void displayName() { checkRow(); }
 
     void ticking_data()
     {
         // "clicks": folder, state; "states": of 501 to 505
-        const DataTable<QVector<QPair<int, int>>, QVector<int>> row("clicks", "states");
         using Clicks = QVector<QPair<int, int>>;
-        row("root ticks all", Clicks{{501, 1}}, {1, 1, 1, 1, 1});
-        row("root unticks all", Clicks{{501, 1}, {501, 3}}, {3, 3, 3, 3, 3});
-        row("one of two sisters", Clicks{{504, 1}}, {2, 2, 3, 1, 3});
-        row("both sisters", Clicks{{504, 1}, {503, 1}}, {1, 1, 1, 1, 1});
-        row("an only child ticks its parent", Clicks{{505, 1}}, {2, 2, 1, 3, 1});
-        row("last one unticked", Clicks{{505, 1}, {505, 3}}, {3, 3, 3, 3, 3});
-        row("unknown folder", Clicks{{999, 1}}, {3, 3, 3, 3, 3});
+        const DataTable row([](const Clicks &clicks, const QVector<int> &states) {
+            for (const auto &click : clicks)
+                markFolder(click.first, static_cast<quint8>(click.second));
+            QVector<int> marked;
+            for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
+                marked.append(folder->state);
+            QCOMPARE(marked, states);
+        });
+        row("root ticks all", {{501, 1}}, {1, 1, 1, 1, 1});
+        row("root unticks all", {{501, 1}, {501, 3}}, {3, 3, 3, 3, 3});
+        row("one of two sisters", {{504, 1}}, {2, 2, 3, 1, 3});
+        row("both sisters", {{504, 1}, {503, 1}}, {1, 1, 1, 1, 1});
+        row("an only child ticks its parent", {{505, 1}}, {2, 2, 1, 3, 1});
+        row("last one unticked", {{505, 1}, {505, 3}}, {3, 3, 3, 3, 3});
+        row("unknown folder", {{999, 1}}, {3, 3, 3, 3, 3});
     }
 
-    void ticking()
-    {
-        using Clicks = QVector<QPair<int, int>>;
-        QFETCH(Clicks, clicks);
-        for (const auto &click : clicks)
-            markFolder(click.first, static_cast<quint8>(click.second));
-        QVector<int> states;
-        for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
-            states.append(folder->state);
-        QTEST(states, "states");
-    }
+    void ticking() { checkRow(); }
 };
 
 QTEST_APPLESS_MAIN(TestFolderTree)

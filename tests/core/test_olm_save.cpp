@@ -19,15 +19,13 @@ const OlmMarks marks = {QDateTime(QDate(2020, 2, 3), QTime(4, 5, 6)), "ID", 777}
 QByteArray composed(const MailMLRC &record, const QByteArray &archive = QByteArray(),
                     qint64 *incompleteMessages = nullptr)
 {
-    MemoryBytes bytes({archive.constData(), static_cast<size_t>(archive.size())});
+    MemoryBytes bytes(viewOf(archive));
     OlmComposer composer(&bytes);
-    QByteArray written;
-    composer.compose(record, marks, [&](std::string_view piece) {
-        written.append(piece.data(), static_cast<int>(piece.size()));
-    });
+    std::string written;
+    composer.compose(record, marks, [&](std::string_view piece) { written.append(piece); });
     if (incompleteMessages)
         *incompleteMessages = composer.incompleteMessages();
-    return written;
+    return QByteArray::fromStdString(written);
 }
 
 // A record whose attachments have these names, ids and so on, and lie at these places.
@@ -44,14 +42,9 @@ MailMLRC recordWithAttachments(const QByteArray &texts, const QByteArray &offset
 // The lines of a header block that start so, with their folds.
 QByteArray header(const MailMLRC &record, const QByteArray &start)
 {
-    const QByteArray block = '\n' + olmHeaderBlock(record, marks);
-    const int at = block.indexOf('\n' + start);
-    if (at < 0)
-        return QByteArray();
-    int end = block.indexOf('\n', at + 1);
-    while (block.mid(end + 1, 1) == "\t")
-        end = block.indexOf('\n', end + 1);
-    return block.mid(at + 1, end - at - 1);
+    const QRegularExpression lines('^' + QRegularExpression::escape(start) + ".*(\n\t.*)*",
+                                   QRegularExpression::MultilineOption);
+    return lines.match(QString::fromLatin1(olmHeaderBlock(record, marks))).captured().toLatin1();
 }
 } // namespace
 
@@ -69,19 +62,33 @@ private slots:
     void dates_data()
     {
         // Dates are "s" for the sent time, "r" for the received time, "n" for now, "-" for none.
-        const DataTable<QString, int, QString, QString, QString> table("folder", "outgoing", "held",
-                                                                       "envelope", "date");
+        const DataTable table([](const QString &folder, int outgoing, const QString &held,
+                                 const QString &envelope, const QString &date) {
+            MailMLRC record;
+            record.szFolderPath.set(folder);
+            record.iIsOutgoing = outgoing;
+            if (held.contains("s"))
+                record.szSentTime.set(sentDate);
+            if (held.contains("r"))
+                record.szReceivedTime.set(receivedDate);
+            const OlmDates dates = datesOfOlmRecord(record);
+            const auto letter = [&](const QByteArray &time) {
+                return !dates.written ? "-" : time.isEmpty() ? "n" : time == sentDate ? "s" : "r";
+            };
+            QCOMPARE(QString(letter(dates.envelope)), envelope);
+            QCOMPARE(QString(letter(dates.header)), date);
+            const QByteArray block = olmHeaderBlock(record, marks);
+            QCOMPARE(block.startsWith("From ???@??? "), dates.written);
+            QCOMPARE(block.contains("User-Agent: "), dates.written && !dates.envelope.isEmpty());
+            QCOMPARE(block.contains("Date: "), dates.written);
+        });
         const auto row = [&](const char *folder, int outgoing, const char *held, const char *envelope,
                              const char *date) {
-            const QString name = QString("%1, %2, %3").arg(folder).arg(outgoing).arg(held);
-            table(name.toLatin1(), folder, outgoing, held, envelope, date);
+            table(folder + QByteArray::number(outgoing) + held, folder, outgoing, held, envelope, date);
         };
         row("Sent Items", 0, "sr", "s", "s");
         row("x/Sent Items 2", 7, "sr", "s", "s");
-        row("Sent Items/Inbox", 1, "sr", "s", "s");
-        row("sent items", 0, "sr", "r", "r");
         row("Inbox", 1, "sr", "r", "r");
-        row("Inbox/Deleted Items", 1, "sr", "r", "r");
         row("Inbox", 5, "s", "s", "s");
         row("Deleted Items", 1, "sr", "s", "s");
         row("Deleted Items", 0, "sr", "r", "r");
@@ -93,47 +100,22 @@ private slots:
         row("Work", 0, "s", "s", "n");
         row("Work", 0, "", "n", "n");
         row("Work", -1, "sr", "-", "-");
-        row("", 0, "sr", "r", "r");
         // A row whose date is empty takes what there is.
         row("Sent Items", 1, "r", "r", "r");
         row("Inbox", 1, "", "n", "n");
         row("Deleted Items", 0, "s", "s", "n");
-        row("Drafts", 0, "", "n", "n");
-        row("Work", 1, "r", "r", "r");
     }
 
-    void dates()
-    {
-        QFETCH(QString, folder);
-        QFETCH(int, outgoing);
-        QFETCH(QString, held);
-        MailMLRC record;
-        record.szFolderPath.set(folder);
-        record.iIsOutgoing = outgoing;
-        if (held.contains("s"))
-            record.szSentTime.set(sentDate);
-        if (held.contains("r"))
-            record.szReceivedTime.set(receivedDate);
-        const OlmDates dates = datesOfOlmRecord(record);
-        const auto letter = [&](const QByteArray &date) {
-            return !dates.written ? "-" : date.isEmpty() ? "n" : date == sentDate ? "s" : "r";
-        };
-        QTEST(QString(letter(dates.envelope)), "envelope");
-        QTEST(QString(letter(dates.header)), "date");
-        const QByteArray block = olmHeaderBlock(record, marks);
-        QCOMPARE(block.startsWith("From ???@??? "), dates.written);
-        QCOMPARE(block.contains("User-Agent: "), dates.written && !dates.envelope.isEmpty());
-        QCOMPARE(block.contains("Date: "), dates.written);
-    }
+    void dates() { checkRow(); }
 
-    // Without a date the present time, without a body two line feeds; nothing for a body of less than no length.
+    // Without a date the present time, without a body two line feeds; nothing for a body below no length.
     void emptyRecord()
     {
         MailMLRC record;
         const QByteArray end = "X-MS-Has-Attach: \nMime-version: 1.1\n";
-        QCOMPARE(composed(record), "From ???@??? Mon Feb 3 04:05:06 2020\n"
-                                   "Date: Mon, 03 Feb 2020 04:05:06 +0530\n" +
-                                       end + "\n\n");
+        const QByteArray dates =
+            "From ???@??? Mon Feb 3 04:05:06 2020\nDate: Mon, 03 Feb 2020 04:05:06 +0530\n";
+        QCOMPARE(composed(record), dates + end + "\n\n");
         record.iIsOutgoing = 9;
         record.llBodySize = -3;
         QCOMPARE(composed(record), end);
@@ -141,7 +123,15 @@ private slots:
 
     void people_data()
     {
-        const DataTable<QByteArray, QString, QString, QByteArray> row("start", "addresses", "names", "line");
+        const DataTable row([](const QByteArray &start, const QString &addresses, const QString &names,
+                               const QByteArray &line) {
+            MailMLRC record;
+            record.szToAddress.set(addresses);
+            record.szToName.set(names);
+            record.szFromAddress.set(addresses);
+            record.szFromName.set(names);
+            QCOMPARE(header(record, start), line);
+        });
         row("sender", "From: ", "a@x;", "Ann;", "From: Ann <a@x>");
         row("the last sender", "From: ", "a@x;b@x;", "Ann;Bob;", "From: Bob <b@x>");
         row("sender without a name", "From: ", "a@x;b@x;", "", "From: b@x <b@x>");
@@ -149,35 +139,21 @@ private slots:
         row("entities in a sender stay", "From: ", "a&amp;b;", "A&lt;;", "From:  <b>");
         row("percent signs", "From: ", "%2;", "%2%1;", "From: %2%1 <%2>");
         row("no address", "From: ", "", "Ann;", QByteArray());
-
-        row("recipient", "To: ", "a;", "A;", "To: A <a>");
-        row("one of three is nameless", "To: ", "a;b;c;", "A;Unknown Name;C;",
-            "To: A <a>,\n\tb <b>,\n\tC <c>");
-        row("one like the last has no comma either", "To: ", "a;b;a;c;a;", "1;2;3;4;5;",
-            "To: 1 <a>2 <b>,\n\t3 <a>4 <c>,\n\t5 <a>");
-        row("the last is empty", "To: ", "a;;", "A;;", "To: A <a>,\n\t <>");
-        row("one in the middle is empty", "To: ", "a;;b;", "A;;B;", "To: A <a>,\n\t <>,\n\tB <b>");
-        row("entities", "To: ", "a&amp;lt;b;", "A&nbsp;B;", "To: ");
-        row("lists of different length", "To: ", "a;b;", "A;", "To: ");
-        row("entities on both sides", "To: ", "a&amp;b;", "A&lt;B;", "To: A<B <a&b>");
-        row("case counts in entities", "To: ", "a&AMP;", "A;b", "To: A <a&AMP>");
+        const auto to = [&row](const char *name, const char *addresses, const char *names, const char *line) {
+            row(name, "To: ", addresses, names, QByteArray("To: ") + line);
+        };
+        to("recipient", "a;", "A;", "A <a>");
+        to("one of three is nameless", "a;b;c;", "A;Unknown Name;C;", "A <a>,\n\tb <b>,\n\tC <c>");
+        to("one like the last", "a;b;a;c;a;", "1;2;3;4;5;", "1 <a>2 <b>,\n\t3 <a>4 <c>,\n\t5 <a>");
+        to("the last is empty", "a;;", "A;;", "A <a>,\n\t <>");
+        to("one in the middle is empty", "a;;b;", "A;;B;", "A <a>,\n\t <>,\n\tB <b>");
+        to("entities", "a&amp;lt;b;", "A&nbsp;B;", "");
+        to("lists of different length", "a;b;", "A;", "");
+        to("entities on both sides", "a&amp;b;", "A&lt;B;", "A<B <a&b>");
+        to("case counts in entities", "a&AMP;", "A;b", "A <a&AMP>");
     }
 
-    void people()
-    {
-        QFETCH(QByteArray, start);
-        QFETCH(QString, addresses);
-        QFETCH(QString, names);
-        MailMLRC record;
-        if (start == "To: ") {
-            record.szToAddress.set(addresses);
-            record.szToName.set(names);
-        } else {
-            record.szFromAddress.set(addresses);
-            record.szFromName.set(names);
-        }
-        QTEST(header(record, start), "line");
-    }
+    void people() { checkRow(); }
 
     void headerBlock()
     {
@@ -193,14 +169,10 @@ private slots:
         record.szThreadTopic.set("topic");
         record.szMessageId.set("<m@x>");
         record.pAttachContentIds = "no;";
-        const QByteArray before = "From ???@??? Thu Nov 13 15:39:05 2014\n"
-                                  "User-Agent: Microsoft-MacOutlook/14.0.0.100825\n"
-                                  "Subject: =?UTF-8?B?WvxyaWNo?=\n"
-                                  "From: a@x <a@x>\n"
-                                  "To: B <b@x>\n"
-                                  "Cc: C <c@x>\n"
-                                  "Date: Thu, 13 Nov 2014 15:39:05 -0100\n"
-                                  "Thread-Topic: topic\n";
+        const QByteArray before =
+            "From ???@??? Thu Nov 13 15:39:05 2014\nUser-Agent: Microsoft-MacOutlook/14.0.0.100825\n"
+            "Subject: =?UTF-8?B?WvxyaWNo?=\nFrom: a@x <a@x>\nTo: B <b@x>\nCc: C <c@x>\n"
+            "Date: Thu, 13 Nov 2014 15:39:05 -0100\nThread-Topic: topic\n";
         const QByteArray behind = "Message-ID: ID\nX-MS-Has-Attach: yes\nMime-version: 1.1\n";
         QCOMPARE(olmHeaderBlock(record, marks), before + behind);
         for (const QByteArray priority : {"2", "4", "3", "22"}) {
@@ -210,27 +182,13 @@ private slots:
         }
     }
 
-    void html_data()
-    {
-        const DataTable<QByteArray, QByteArray> row("body", "html");
-        row("plain", "a\nb\r\nc", "<html>a b  c</html>");
-        row("a document", "&lt;HTML&gt;\n&lt;/Html&gt;\r\n", "<HTML>\n</Html>\r\n");
-        row("tags in any order", "</html> <html x\n", "</html> <html x\n");
-        row("no end", "<html>\n", "<html><html> </html>");
-        row("escaped twice", "&amp;lt;html&amp;gt;</html>\n", "<html></html>\n");
-        row("blank", "a&nbsp;b&amp;nbsp;c&NBSP;", "<html>a b c&NBSP;</html>");
-        row("Latin-1", "\xE9\xFF", "<html>\xE9\xFF</html>");
-    }
-
     void html()
     {
-        QFETCH(QByteArray, body);
-        QTEST(olmHtml(body), "html");
-    }
-
-    // One pass gives what one replacement after the other gives.
-    void escapesOneByOne()
-    {
+        QCOMPARE(olmHtml("a\nb\r\nc\xE9"), QByteArray("<html>a b  c\xE9</html>"));
+        QCOMPARE(olmHtml("&lt;HTML&gt;\n&lt;/Html&gt;\r\n"), QByteArray("<HTML>\n</Html>\r\n"));
+        QCOMPARE(olmHtml("</html> <html x\n"), QByteArray("</html> <html x\n"));
+        QCOMPARE(olmHtml("<html>\n"), QByteArray("<html><html> </html>"));
+        // One pass gives what one replacement after the other gives.
         const QByteArray pieces[] = {"&", "amp;", "lt;", "gt;", "nbsp;", "&amp;", "a", ";"};
         for (int code = 0; code < 8 * 8 * 8 * 8 * 8; ++code) {
             QByteArray body;
@@ -245,67 +203,46 @@ private slots:
 
     void boundaries_data()
     {
-        const DataTable<QString, QByteArray, QByteArray, QByteArray> row("id", "quote", "outer", "inner");
+        const DataTable row(
+            [](const QString &id, const QByteArray &quote, const QByteArray &outer, const QByteArray &inner) {
+                MailMLRC record;
+                record.iIsOutgoing = 9;
+                record.szMessageId.set(id);
+                record.llBodySize = 1;
+                QByteArray message =
+                    "X-MS-Has-Attach: \nMime-version: 1.1\nContent-type: multipart/mixed;\n"
+                    "\tboundary=@OUTER@\n\n--OUTER\nContent-type: multipart/alternative;\n"
+                    "\tboundary=@INNER@\n\n--INNER\nContent-type: text/html;charset=\"UTF-8\"\n"
+                    "Content-transfer-encoding: quoted-printable\n\n<html>x</html>\n\n--INNER--\n\n";
+                message.replace("@", quote).replace("OUTER", outer).replace("INNER", inner);
+                QCOMPARE(composed(record, "x"), (id.isEmpty() ? "" : "Message-ID: ID\n") + message);
+            });
         row("generated", "0123456789abcdef", "", "0123456789abcdef", "0123456787779abcdef");
         row("in brackets", "<0123456789@x>", "\"", "0123456789@x", "0123456777789@x");
         row("short", "abc", "", "abc", "abc      777");
         row("empty", "", "", "", "         777");
     }
 
-    void boundaries()
-    {
-        QFETCH(QString, id);
-        QFETCH(QByteArray, quote);
-        QFETCH(QByteArray, outer);
-        QFETCH(QByteArray, inner);
-        MailMLRC record;
-        record.iIsOutgoing = 9;
-        record.szMessageId.set(id);
-        record.llBodySize = 1;
-        const QByteArray idLine = id.isEmpty() ? "" : "Message-ID: ID\n";
-        QCOMPARE(composed(record, "x"), idLine + "X-MS-Has-Attach: \nMime-version: 1.1\n" +
-                                            "Content-type: multipart/mixed;\n\tboundary=" + quote + outer +
-                                            quote + "\n\n--" + outer +
-                                            "\nContent-type: multipart/alternative;\n\tboundary=" + quote +
-                                            inner + quote + "\n\n--" + inner +
-                                            "\nContent-type: text/html;charset=\"UTF-8\"\n"
-                                            "Content-transfer-encoding: quoted-printable\n\n"
-                                            "<html>x</html>\n\n--" +
-                                            inner + "--\n\n");
-    }
+    void boundaries() { checkRow(); }
 
     void wholeMessage()
     {
         const QByteArray archive = "..bodyAAABB..";
-        MailMLRC record;
-        record.iIsOutgoing = 9;
+        MailMLRC record = recordWithAttachments("u;v;", "6;9;", "3;2;");
         record.szMessageId.set("0123456789");
         record.llBodyOffset = 2;
         record.llBodySize = 4;
         record.pAttachContentIds = "no;b@x;";
         record.pAttachContentTypes = "text/plain;image/png;";
         record.pAttachNames = "a.txt;b.png;";
-        record.pAttachUrls = "u;v;";
-        record.pAttachOffsets = "6;9;";
-        record.pAttachSizes = "3;2;";
-        const QByteArray attached = "--0123456789\n"
-                                    "Content-type: text/plain; name=\"a.txt\"\n"
-                                    "Content-Description: a.txt\n"
-                                    "Content-Disposition: attachment; filename=\"a.txt\";\n"
-                                    "Content-Transfer-Encoding: base64\n"
-                                    "\n"
-                                    "QUFB\n"
-                                    "\n"
-                                    "--0123456789\n"
-                                    "Content-type: image/png; name=\"b.png\"\n"
-                                    "Content-Description: b.png\n"
-                                    "Content-Disposition: attachment; filename=\"b.png\";\n"
-                                    "Content-Transfer-Encoding: base64\n"
-                                    "Content-ID: <b@x>\n"
-                                    "\n"
-                                    "QkI=\n"
-                                    "\n"
-                                    "--0123456789--\n";
+        const auto attachment = [](const QByteArray &type, const QByteArray &name) {
+            return "--0123456789\nContent-type: " + type + "; name=\"" + name +
+                   "\"\nContent-Description: " + name + "\nContent-Disposition: attachment; filename=\"" +
+                   name + "\";\nContent-Transfer-Encoding: base64\n";
+        };
+        const QByteArray attached = attachment("text/plain", "a.txt") + "\nQUFB\n\n" +
+                                    attachment("image/png", "b.png") +
+                                    "Content-ID: <b@x>\n\nQkI=\n\n--0123456789--\n";
         const QByteArray start = "Message-ID: ID\nX-MS-Has-Attach: yes\nMime-version: 1.1\n";
         const QByteArray written = composed(record, archive);
         QVERIFY(written.startsWith(start + "Content-type: multipart/mixed;\n"));
@@ -341,15 +278,12 @@ private slots:
         QVERIFY(written.contains("<html>89</html>"));
         QVERIFY(written.contains("\n\n" + QByteArray("789\0\0", 5).toBase64() + "\n\n"));
         QCOMPARE(incompleteMessages, qint64(1));
-    }
 
-    void attachmentsBeyondTheArchive()
-    {
-        const MailMLRC record =
-            recordWithAttachments("1;2;3;4;", "0;-5;9223372036854775800;0;", "9223372036854775807;3;4;-9;");
-        const QByteArray written = composed(record, "0123456789");
-        QCOMPARE(written.count("base64\nContent-ID"), 4);
-        QVERIFY(written.size() < 2000);
+        const QByteArray outside = composed(
+            recordWithAttachments("1;2;3;4;", "0;-5;9223372036854775800;0;", "9223372036854775807;3;4;-9;"),
+            "0123456789");
+        QCOMPARE(outside.count("base64\nContent-ID"), 4);
+        QVERIFY(outside.size() < 2000);
         // Two that lie in the archive and together are longer than it.
         const QByteArray both = composed(recordWithAttachments("1;2;", "0;0;", "8;3;"), "0123456789");
         QVERIFY(both.contains(QByteArray("01234567").toBase64() + '\n'));
@@ -359,7 +293,11 @@ private slots:
     void targets_data()
     {
         // "file": below the bundle's "Mail"
-        const DataTable<QString, QString> row("folder", "file");
+        const DataTable row([](const QString &folder, const QString &file) {
+            const MailboxTarget target = appleTargetOfOlmFolder(folder, "/out");
+            QCOMPARE(target.file, "/out/Main Identity.mbox/Mail/" + file);
+            QCOMPARE(target.folder + file.mid(file.lastIndexOf('/') + 1), target.file);
+        });
         row("one", "Inbox", "Inbox/Inbox.mbox");
         row("deep", "Inbox/Work", "Inbox/Work/Work.mbox");
         row("none", "", "Folder1/Folder1.mbox");
@@ -370,22 +308,12 @@ private slots:
         row("empty ones", "a//b/", QString::fromUtf8("a/␣/b/␣/␣.mbox"));
     }
 
-    void targets()
-    {
-        QFETCH(QString, folder);
-        QFETCH(QString, file);
-        const MailboxTarget target = appleTargetOfOlmFolder(folder, "/out");
-        QCOMPARE(target.file, "/out/Main Identity.mbox/Mail/" + file);
-        QCOMPARE(target.folder + file.mid(file.lastIndexOf('/') + 1), target.file);
-    }
+    void targets() { checkRow(); }
 
     void bundle()
     {
-        const auto entry = [](const QByteArray &folder, const QByteArray &subject) {
-            return olmMessageEntry(folder, olmXml({olmElement("OPFMessageCopySubject", subject)}));
-        };
-        scan(entry("Inbox", "1") + entry("Sent Items", "2") + entry("Inbox/Work", "3") + entry("Inbox", "4") +
-             olmXml({"no folder"}));
+        scan(withSubject("Inbox", "1") + withSubject("Sent Items", "2") + withSubject("Inbox/Work", "3") +
+             withSubject("Inbox", "4") + olmXml({"no folder"}));
         QCOMPARE(MailItemCount, 5u);
         save();
         QCOMPARE(ulCount.load(), quint64(4));
@@ -406,7 +334,7 @@ private slots:
     {
         QByteArray archive;
         for (const char *folder : {"../../../evil", "..", "/etc", ".", "a/../../../evil"})
-            archive += olmMessageEntry(folder, olmXml({""}));
+            archive += withSubject(folder, "");
         scan(archive);
         save();
         QCOMPARE(readFiles(m_run->path()).size(), 6);
@@ -415,41 +343,41 @@ private slots:
 
     void stopBetweenMessages()
     {
-        const QByteArray entry = olmMessageEntry("Inbox", olmXml({olmElement("OPFMessageCopyBody", "text")}));
-        scan(entry + entry + entry + olmMessageEntry("Work", olmXml({""})));
-        QMailSaving save;
-        QSignalSpy finished(&save, &QMailSaving::FinishSaving);
+        scan(entry + entry + entry + withSubject("Work", ""));
+        QMailSaving saving;
+        QSignalSpy finished(&saving, &QMailSaving::FinishSaving);
         connect(
-            &save, &QMailSaving::OnIndivisibleProgressvalue, &save,
+            &saving, &QMailSaving::OnIndivisibleProgressvalue, &saving,
             [](double percent) { bStopFlag = percent >= 50; }, Qt::DirectConnection);
-        QVERIFY(runToEnd(&save));
+        QVERIFY(runToEnd(&saving));
         QCOMPARE(finished.size(), 0);
         QCOMPARE(mailboxes().keys(), QStringList{"Inbox/Inbox.mbox"});
-        const QByteArray inbox = mailboxes().first();
-        QCOMPARE(inbox.count("<html>text</html>"), 2);
-        QVERIFY(inbox.endsWith("--\n\n"));
+        QVERIFY(mailboxes().first().count("<html>text</html>") == 2 &&
+                mailboxes().first().endsWith("--\n\n"));
     }
 
     void vanishedAndShrunk()
     {
-        const QByteArray entry = olmMessageEntry("Inbox", olmXml({olmElement("OPFMessageCopyBody", "text")}));
         scan(entry + entry);
         QVERIFY(QFile::resize(m_selectedFile, entry.size()));
         save();
         QCOMPARE(mailboxes().first().count("From ???@???"), 2);
         QVERIFY(takeProblems().value(0).contains(m_selectedFile));
-        QVERIFY(QFile::remove(m_selectedFile));
-        QVERIFY(QDir(saveDir).removeRecursively());
+        QVERIFY(QFile::remove(m_selectedFile) && QDir(saveDir).removeRecursively());
         save();
         QVERIFY(readFiles(saveDir).isEmpty());
         QVERIFY(takeProblems().value(0).contains(m_selectedFile));
     }
 
 private:
+    static QByteArray withSubject(const QByteArray &folder, const QByteArray &subject)
+    {
+        return olmMail(folder, olmCopy("Subject", subject));
+    }
+
     void scan(const QByteArray &archive)
     {
-        m_run->write({{"backup.olm", archive}});
-        m_run->scan(m_run->path("backup.olm"));
+        m_run->scanArchive(archive);
         for (auto folder = objMapFID_PID.constBegin(); folder != objMapFID_PID.constEnd(); ++folder)
             addFolderRecord(folder.key(), folder.value());
         markFolder(llRootId, stateTicked);
@@ -465,6 +393,7 @@ private:
     static FileMap mailboxes() { return readFiles(saveDir + "/Main Identity.mbox/Mail"); }
 
     QScopedPointer<ScanRun> m_run;
+    const QByteArray entry = olmMail("Inbox", olmCopy("Body", "text"));
 };
 
 QTEST_GUILESS_MAIN(TestOlmSave)

@@ -4,9 +4,7 @@
 #include "app/shared_state.h"
 #include "browse/message_rows.h"
 #include "scan/mbox_index.h"
-
-#include <QDirIterator>
-#include <QtTest>
+#include "store_files.h"
 
 // Every message of the real mail in VELMORA_CORPUS, through both previews. What is looked for is a finding of a
 // sanitizer; what is printed is how many messages show no text.
@@ -32,45 +30,30 @@ private slots:
     void files()
     {
         for (const char *folder : {"rfc822", "emlx", "mbs"})
-            for (const QString &path : filesOf(folder))
-                preview(contentsOf(path));
+            for (const QByteArray &file : readFiles(m_corpus + '/' + folder))
+                preview(file);
     }
 
     void mailboxes()
     {
-        for (const QString &path : filesOf("mbox")) {
+        const FileMap mailboxes = readFiles(m_corpus + "/mbox");
+        for (const QString &name : mailboxes.keys()) {
+            const QString path = m_corpus + "/mbox/" + name;
             freeMessages();
             GetAllFieldsForTree(path);
-            const QByteArray bytes = contentsOf(path);
             for (const MessageRow &row : mailboxRows(path)) {
                 previewOfMailboxMessage(path, row.offset, row.length);
-                preview(bytes.mid(row.offset.toInt(), row.length.toInt()));
+                preview(mailboxes[name].mid(row.offset.toInt(), row.length.toInt()));
             }
         }
     }
 
 private:
-    QStringList filesOf(const QString &folder) const
-    {
-        QStringList files;
-        QDirIterator walk(m_corpus + "/" + folder, QDir::Files, QDirIterator::Subdirectories);
-        while (walk.hasNext())
-            files.append(walk.next());
-        return files;
-    }
-
-    static QByteArray contentsOf(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
     void preview(const QByteArray &bytes)
     {
         for (const PreviewDialect *dialect : {&filePreview, &mailboxPreview}) {
             ++m_messages;
-            if (!previewOfBytes({bytes.constData(), size_t(bytes.size())}, *dialect).html)
-                ++m_noText;
+            m_noText += previewOfBytes(viewOf(bytes), *dialect).html ? 0 : 1;
         }
     }
 

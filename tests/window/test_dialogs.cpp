@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QSettings>
-#include <QTemporaryDir>
 #include <QTimer>
 
 namespace
@@ -44,31 +43,27 @@ private slots:
 
     void readPreferences_data()
     {
-        const DataTable<QVariant, QString, bool, QString> row("stored", "storedInterval", "checked",
-                                                              "interval");
-        row("nothing stored", {}, QString(), false, "Daily");
+        const DataTable row([this](const QVariant &check, const QVariant &storedInterval, bool checked,
+                                   const QString &interval) {
+            if (check.isValid())
+                m_settings.setValue("CheckForUpdate", check);
+            if (storedInterval.isValid())
+                m_settings.setValue("UpdateInterval", storedInterval);
+            m_settings.sync();
+            const Preferences dialog;
+            QCOMPARE(dialog.box->isChecked(), checked);
+            QCOMPARE(dialog.interval->isEnabled(), checked);
+            QCOMPARE(dialog.interval->currentText(), interval);
+        });
+        row("nothing stored", {}, {}, false, "Daily");
+        row("on, no interval", true, {}, true, "Daily");
         row("off: the interval isn't read", false, "Monthly", false, "Daily");
-        row("on, no interval", true, QString(), true, "Daily");
         row("monthly", true, "Monthly", true, "Monthly");
         row("unknown interval", true, "Yearly", true, "Daily");
         row("other letter case", true, "weekly", true, "Daily");
     }
 
-    void readPreferences()
-    {
-        QFETCH(QVariant, stored);
-        QFETCH(QString, storedInterval);
-        if (stored.isValid())
-            m_settings.setValue("CheckForUpdate", stored);
-        if (!storedInterval.isNull())
-            m_settings.setValue("UpdateInterval", storedInterval);
-        m_settings.sync();
-
-        const Preferences dialog;
-        QTEST(dialog.box->isChecked(), "checked");
-        QTEST(dialog.interval->isEnabled(), "checked");
-        QTEST(dialog.interval->currentText(), "interval");
-    }
+    void readPreferences() { checkRow(); }
 
     void storePreferences()
     {
@@ -77,21 +72,16 @@ private slots:
         QTest::mouseClick(dialog.box, Qt::LeftButton, {}, QPoint(8, dialog.box->height() / 2));
         QVERIFY(dialog.interval->isEnabled());
         dialog.interval->setCurrentText("Monthly");
-        QTest::mouseClick(dialog.ok, Qt::LeftButton);
+        dialog.ok->click();
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QVERIFY(!dialog.isVisible());
-        m_settings.sync();
-        QCOMPARE(m_settings.value("CheckForUpdate").toBool(), true);
-        QCOMPARE(m_settings.value("UpdateInterval").toString(), "Monthly");
+        QCOMPARE(stored(), "true, Monthly");
 
         dialog.show();
         dialog.box->setChecked(false);
         QVERIFY(!dialog.interval->isEnabled());
-        QTest::mouseClick(dialog.ok, Qt::LeftButton);
-        m_settings.sync();
-        QCOMPARE(m_settings.value("CheckForUpdate").toBool(), false);
-        // Disabled, and stored all the same.
-        QCOMPARE(m_settings.value("UpdateInterval").toString(), "Monthly");
+        dialog.ok->click();
+        QCOMPARE(stored(), "false, Monthly"); // disabled, and stored all the same
     }
 
     void cancelPreferences()
@@ -103,10 +93,9 @@ private slots:
             if (escape)
                 QTest::keyClick(&dialog, Qt::Key_Escape);
             else
-                QTest::mouseClick(dialog.cancel, Qt::LeftButton);
+                dialog.cancel->click();
             QVERIFY(!dialog.isVisible());
-            m_settings.sync();
-            QVERIFY(m_settings.allKeys().isEmpty());
+            QCOMPARE(stored(), ", ");
         }
     }
 
@@ -123,7 +112,7 @@ private slots:
             enabledMeanwhile = dialog.now->isEnabled();
             box->close();
         });
-        QTest::mouseClick(dialog.now, Qt::LeftButton);
+        dialog.now->click();
         QCOMPARE(said, "No updates available. Your software has latest updates installed.");
         QVERIFY(!enabledMeanwhile);
         QVERIFY(dialog.now->isEnabled() && dialog.isVisible());
@@ -178,8 +167,17 @@ private slots:
 
     void aboutLink_data()
     {
-        // "text": null where the label is hidden
-        const DataTable<QByteArray, QString> row("entries", "text");
+        // "text": empty where the label is hidden
+        const DataTable row([](const QByteArray &entries, const QString &text) {
+            const QTemporaryDir folder;
+            writeFiles(folder.path(), {{"a.plist", "<plist><dict>" + entries + "</dict></plist>"}});
+            strPlistPath = folder.filePath("a.plist");
+            AboutDlg dialog;
+            dialog.show();
+            const QLabel *link = in<QLabel>(dialog, "TicketLabel");
+            QCOMPARE(link->isVisible() ? link->text() : QString(), text);
+            QCOMPARE(link->openExternalLinks() && link->font().family() == "Lucida Grande", !text.isNull());
+        });
         row("both",
             "<key>SupText</key><string>Q &amp; A</string>"
             "<key>SupLink</key><string>https://a.example/?b&amp;c</string>",
@@ -188,25 +186,16 @@ private slots:
         row("empty text", "<key>SupText</key><string/><key>SupLink</key><string>a:b</string>", QString());
     }
 
-    void aboutLink()
-    {
-        QFETCH(QByteArray, entries);
-        QFETCH(QString, text);
-        const QTemporaryDir folder;
-        writeFiles(folder.path(), {{"a.plist", "<plist><dict>" + entries + "</dict></plist>"}});
-        strPlistPath = folder.filePath("a.plist");
-        AboutDlg dialog;
-        dialog.show();
-        const QLabel *link = in<QLabel>(dialog, "TicketLabel");
-        QCOMPARE(link->isVisible(), !text.isNull());
-        if (text.isNull())
-            return;
-        QCOMPARE(link->text(), text);
-        QVERIFY(link->openExternalLinks());
-        QCOMPARE(link->font().family(), "Lucida Grande");
-    }
+    void aboutLink() { checkRow(); }
 
 private:
+    QString stored()
+    {
+        m_settings.sync();
+        return m_settings.value("CheckForUpdate").toString() + ", " +
+               m_settings.value("UpdateInterval").toString();
+    }
+
     QSettings m_settings{"velmora", "ConverterPreferences"};
 };
 

@@ -1,9 +1,7 @@
-#include "store_files.h"
 #include "window_robot.h"
 
 #include <QHeaderView>
 #include <QStyledItemDelegate>
-#include <QTemporaryDir>
 #include <QWebFrame>
 #include <QWebPage>
 #include <QWebView>
@@ -22,14 +20,14 @@ class TestFolderPane : public QObject
 
 private slots:
     void init() { m_dir.reset(new QTemporaryDir); }
+    void cleanup() { m_robot.reset(); }
 
     // Items and records say the same after every click.
     void marks()
     {
         const QByteArray mail = message("a", "b");
-        writeFiles(m_dir->path(), {{"Mail/One/A", mail}, {"Mail/One/A.sbd/A1", mail}, {"Mail/Two/B", mail}});
-        WindowRobot robot;
-        robot.scan(m_dir->path());
+        WindowRobot &robot =
+            scanned({{"Mail/One/A", mail}, {"Mail/One/A.sbd/A1", mail}, {"Mail/Two/B", mail}});
         auto states = [&] {
             QStringList all;
             for (const char *way : {"", "Mail", "Mail/One", "Mail/One/A", "Mail/Two", "Mail/Two/B"}) {
@@ -60,9 +58,7 @@ private slots:
     // A click beside the box marks nothing; the space bar marks.
     void clicksBesideTheBox()
     {
-        writeFiles(m_dir->path(), {{"Mail/One/A", message("a", "b")}, {"Mail/One/B", message("c", "d")}});
-        WindowRobot robot;
-        robot.scan(m_dir->path());
+        WindowRobot &robot = scanned({{"Mail/One/A", message("a", "b")}, {"Mail/One/B", message("c", "d")}});
         robot.tick("Mail/One/A");
         for (const char *way : {"Mail", "Mail/One/A", "Mail/One/B", "", "Mail/One"})
             robot.clickFolder(way);
@@ -81,9 +77,7 @@ private slots:
     void orderOfRows()
     {
         const QByteArray mail = message("m", "1") + message("z", "2") + message("a", "3");
-        writeFiles(m_dir->path(), {{"Mail/One/A", mail}, {"Mail/One/B", mail}});
-        WindowRobot robot;
-        robot.scan(m_dir->path());
+        WindowRobot &robot = scanned({{"Mail/One/A", mail}, {"Mail/One/B", mail}});
         auto senders = [&] {
             QString all;
             for (int i = 0; i < robot.list()->topLevelItemCount(); ++i)
@@ -109,10 +103,8 @@ private slots:
 
     void foreignTextIsNoMarkup()
     {
-        writeFiles(m_dir->path(),
-                   {{"Mail/<b>x</b>/<i>A</i>", message("<b>a</b>", "<img src='file:///x.png'>")}});
-        WindowRobot robot;
-        robot.scan(m_dir->path());
+        WindowRobot &robot =
+            scanned({{"Mail/<b>x</b>/<i>A</i>", message("<b>a</b>", "<img src='file:///x.png'>")}});
         QTreeWidgetItem *item = robot.folder("Mail");
         while (item->childCount())
             item = item->child(0);
@@ -133,9 +125,7 @@ private slots:
         for (int i = 0; i < 3000; ++i)
             files.insert(QString("Mail/Big/F%1").arg(i), message("a", "b"));
         files.insert("Mail/Big/Rows", message("a", "b").repeated(20000));
-        writeFiles(m_dir->path(), files);
-        WindowRobot robot;
-        robot.scan(m_dir->path());
+        WindowRobot &robot = scanned(files);
         QTRY_VERIFY_WITH_TIMEOUT(robot.folder("Mail/Big")->childCount() == 3001, 60000);
         robot.tick("");
         robot.tick("Mail/Big/F7");
@@ -150,9 +140,7 @@ private slots:
         const QByteArray mail =
             "From a\nFrom: a\nSubject: long\nContent-Type: text/plain; charset=utf-8\n\n" +
             QByteArray("a line of a long message\n").repeated(1000000) + "the end\n";
-        writeFiles(m_dir->path(), {{"Mail/One/A", mail}});
-        WindowRobot robot;
-        robot.scan(m_dir->path());
+        WindowRobot &robot = scanned({{"Mail/One/A", mail}});
         robot.clickFolder("Mail/One/A");
         const QString shown = robot.window->findChild<QWebView *>()->page()->mainFrame()->toPlainText();
         QVERIFY2(shown.size() > 250000 && shown.size() < 300000, QByteArray::number(shown.size()));
@@ -166,11 +154,8 @@ private slots:
         constexpr int fileCount = 8000;
         FileMap files;
         for (int i = 0; i < fileCount; ++i)
-            files.insert(QString("V2/INBOX.mbox/Messages/%1.emlx").arg(i),
-                         message("Ann", QByteArray(200, 'x')));
-        writeFiles(m_dir->path(), files);
-        WindowRobot robot;
-        robot.scan(m_dir->path(), 2);
+            files.insert(QString("V2/INBOX.mbox/M/%1.emlx").arg(i), message("Ann", QByteArray(200, 'x')));
+        WindowRobot &robot = scanned(files, 2);
         int ticks = 0;
         QTimer timer;
         connect(&timer, &QTimer::timeout, &timer, [&] {
@@ -194,7 +179,17 @@ private slots:
     }
 
 private:
+    // A window that has scanned a store of these files.
+    WindowRobot &scanned(const FileMap &files, int client = 3)
+    {
+        writeFiles(m_dir->path(), files);
+        m_robot.reset(new WindowRobot);
+        m_robot->scan(m_dir->path(), client);
+        return *m_robot;
+    }
+
     QScopedPointer<QTemporaryDir> m_dir;
+    QScopedPointer<WindowRobot> m_robot;
 };
 
 QTEST_MAIN(TestFolderPane)

@@ -8,19 +8,16 @@
 #include <QDialog>
 #include <QMenu>
 #include <QMenuBar>
-#include <QTemporaryDir>
 
 static const QStringList schemes{"https", "mailto", "file", ""};
 
 // The entry of the menu bar with this text, without its "&".
 static QAction *entry(const QMainWindow &window, const QString &text)
 {
-    for (const QAction *menu : window.menuBar()->actions()) {
-        for (QAction *action : menu->menu()->actions()) {
+    for (const QAction *menu : window.menuBar()->actions())
+        for (QAction *action : menu->menu()->actions())
             if (action->text().remove('&') == text)
                 return action;
-        }
-    }
     return nullptr;
 }
 
@@ -45,7 +42,23 @@ private slots:
 
     void entries_data()
     {
-        const DataTable<QString, QString, QString> row("key", "value", "url");
+        const DataTable row([this](const QString &key, const QString &value, const QString &url) {
+            HelpFilePath = "/opt/a b";
+            strPlistPath = m_folder.filePath("links.plist");
+            QFile::remove(strPlistPath);
+
+            const QConverterMainWindow window;
+            QAction *action = entry(window, QTest::currentDataTag());
+            QVERIFY(action);
+            if (!value.isEmpty()) {
+                action->trigger();
+                QCOMPARE(m_opened, QList<QUrl>()); // without an address nothing happens
+                const QString text = "<plist><dict><key>%1</key><string>%2</string></dict></plist>";
+                writeFiles(m_folder.path(), {{"links.plist", text.arg(key, value).toUtf8()}});
+            }
+            action->trigger();
+            QCOMPARE(m_opened, QList<QUrl>{QUrl(url)});
+        });
         row("Email to Velmora Support", "EmailToSupport", "a@b.example", "mailto:a@b.example");
         row("View Support Section", "ViewSupportLink", "https://b.example/v", "https://b.example/v");
         row("Submit Enquiry", "SubmitEnquiryLink", "https://b.example/s", "https://b.example/s");
@@ -53,28 +66,7 @@ private slots:
         row("Help Topics", "none", "", "file:///opt/a b/help/Velmora_Mail_Converter.htm");
     }
 
-    void entries()
-    {
-        QFETCH(QString, key);
-        QFETCH(QString, value);
-        QFETCH(QString, url);
-        HelpFilePath = "/opt/a b";
-        strPlistPath = m_folder.filePath("links.plist");
-        QFile::remove(strPlistPath);
-
-        const QConverterMainWindow window;
-        QAction *action = entry(window, QTest::currentDataTag());
-        QVERIFY(action);
-        const bool needsKey = !value.isEmpty();
-        if (needsKey) {
-            action->trigger();
-            QCOMPARE(m_opened, QList<QUrl>()); // without an address nothing happens
-            const QString text = "<plist><dict><key>%1</key><string>%2</string></dict></plist>";
-            writeFiles(m_folder.path(), {{"links.plist", text.arg(key, value).toUtf8()}});
-        }
-        action->trigger();
-        QCOMPARE(m_opened, QList<QUrl>{QUrl(url)});
-    }
+    void entries() { checkRow(); }
 
     void dialogs()
     {
