@@ -6,17 +6,17 @@
 #include "data_table.h"
 #include "store_files.h"
 
-#include "app/main_window.h"
-#include "app/my_button_window.h"
 #include "app/shared_state.h"
-#include "app/window_state.h"
+#include "app/window/main_window.h"
+#include "app/window/my_button.h"
+#include "app/window/window_state.h"
 #include "dialogs/import_window_dialog.h"
 #include "dialogs/progress_info_dialog.h"
-#include "platform/text_fit.h"
+#include "platform/window/text_fit.h"
 #include "save/mail_saving.h"
-#include "save/save_as_dialog.h"
+#include "save/window/save_as_dialog.h"
 #include "scan/message_saving_thread.h"
-#include "scan/parse_database_dialog.h"
+#include "scan/window/parse_database_dialog.h"
 
 #include <QAction>
 #include <QComboBox>

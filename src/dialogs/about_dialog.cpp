@@ -2,7 +2,7 @@
 
 #include "app/settings_plist.h"
 #include "platform/system_info.h"
-#include "platform/text_fit.h"
+#include "platform/window/text_fit.h"
 
 AboutDlg::AboutDlg(QWidget *parent) : QDialog(parent)
 {

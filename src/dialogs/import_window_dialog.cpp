@@ -1,7 +1,7 @@
 #include "dialogs/import_window_dialog.h"
 
 #include "dialogs/link_label.h"
-#include "platform/text_fit.h"
+#include "platform/window/text_fit.h"
 
 namespace
 {

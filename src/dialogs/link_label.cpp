@@ -2,7 +2,7 @@
 
 #include "app/settings_plist.h"
 #include "app/shared_state.h"
-#include "platform/text_fit.h"
+#include "platform/window/text_fit.h"
 
 #include <QLabel>
 

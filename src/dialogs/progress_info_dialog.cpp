@@ -1,9 +1,9 @@
 #include "dialogs/progress_info_dialog.h"
 
-#include "app/main_window.h"
 #include "app/problem_log.h"
 #include "app/shared_state.h"
-#include "app/window_state.h"
+#include "app/window/main_window.h"
+#include "app/window/window_state.h"
 #include "dialogs/problem_text.h"
 
 #include <QCloseEvent>

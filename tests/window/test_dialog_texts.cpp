@@ -1,6 +1,6 @@
 #include "window_robot.h"
 
-#include "app/translations_window.h"
+#include "app/window/translations.h"
 #include "dialogs/about_dialog.h"
 #include "dialogs/preferences_dialog.h"
 

@@ -1,5 +1,5 @@
-#include "app/main_window.h"
 #include "app/shared_state.h"
+#include "app/window/main_window.h"
 #include "data_table.h"
 #include "store_files.h"
 

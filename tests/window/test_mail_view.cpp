@@ -1,4 +1,4 @@
-#include "browse/mail_view_pane.h"
+#include "browse/window/mail_view.h"
 #include "data_table.h"
 
 #include <QSignalSpy>

@@ -1,9 +1,9 @@
-#include "app/main_window.h"
+#include "app/window/main_window.h"
 
 #include "app/support_links.h"
 #include "dialogs/about_dialog.h"
 #include "dialogs/preferences_dialog.h"
-#include "platform/open_url.h"
+#include "platform/window/open_url.h"
 
 void QConverterMainWindow::createPreferences()
 {

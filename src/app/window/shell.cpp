@@ -1,8 +1,8 @@
-#include "app/main_window.h"
+#include "app/window/main_window.h"
 
-#include "app/my_button_window.h"
-#include "app/window_state.h"
-#include "platform/text_fit.h"
+#include "app/window/my_button.h"
+#include "app/window/window_state.h"
+#include "platform/window/text_fit.h"
 
 #include <QAction>
 #include <QLabel>

@@ -1,13 +1,13 @@
-#include "app/main_window.h"
+#include "app/window/main_window.h"
 
-#include "app/my_button_window.h"
 #include "app/shared_state.h"
-#include "app/window_state.h"
-#include "browse/mail_view_pane.h"
+#include "app/window/my_button.h"
+#include "app/window/window_state.h"
+#include "browse/window/mail_view.h"
 #include "dialogs/progress_info_dialog.h"
-#include "save/save_as_dialog.h"
+#include "save/window/save_as_dialog.h"
 #include "scan/message_saving_thread.h"
-#include "scan/parse_database_dialog.h"
+#include "scan/window/parse_database_dialog.h"
 
 #include <QAction>
 #include <QLabel>

@@ -1,9 +1,9 @@
-#include "save/save_as_dialog.h"
+#include "save/window/save_as_dialog.h"
 
-#include "app/main_window.h"
 #include "app/shared_state.h"
-#include "app/window_state.h"
-#include "platform/text_fit.h"
+#include "app/window/main_window.h"
+#include "app/window/window_state.h"
+#include "platform/window/text_fit.h"
 #include "scan/store_kinds.h"
 
 SaveAsWindow::SaveAsWindow(QWidget *parent) : QDialog(parent, Qt::Sheet)

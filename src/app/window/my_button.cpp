@@ -1,4 +1,4 @@
-#include "app/my_button_window.h"
+#include "app/window/my_button.h"
 
 #include <QBitmap>
 

@@ -1,11 +1,11 @@
-#include "app/main_window.h"
+#include "app/window/main_window.h"
 
-#include "app/my_button_window.h"
 #include "app/shared_state.h"
-#include "app/window_state.h"
-#include "browse/picture_icon.h"
+#include "app/window/my_button.h"
+#include "app/window/window_state.h"
+#include "browse/window/picture_icon.h"
 #include "dialogs/problem_text.h"
-#include "platform/text_fit.h"
+#include "platform/window/text_fit.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
-#include "browse/mail_view_pane.h"
+#include "browse/window/mail_view.h"
 
-#include "platform/open_url.h"
+#include "platform/window/open_url.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkReply>

@@ -1,12 +1,12 @@
-#include "app/main_window.h"
+#include "app/window/main_window.h"
 
-#include "app/my_button_window.h"
 #include "app/shared_state.h"
-#include "app/window_state.h"
+#include "app/window/my_button.h"
+#include "app/window/window_state.h"
 #include "dialogs/import_window_dialog.h"
 #include "save/mail_saving.h"
 #include "scan/message_saving_thread.h"
-#include "scan/parse_database_dialog.h"
+#include "scan/window/parse_database_dialog.h"
 
 #include <QPushButton>
 #include <QTreeWidget>

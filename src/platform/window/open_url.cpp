@@ -1,4 +1,4 @@
-#include "platform/open_url.h"
+#include "platform/window/open_url.h"
 
 #include <QDesktopServices>
 #include <QUrl>

@@ -1,9 +1,9 @@
-#include "app/main_window.h"
+#include "app/window/main_window.h"
 
 #include "app/shared_state.h"
 #include "browse/folder_tree.h"
-#include "browse/picture_icon.h"
-#include "platform/text_fit.h"
+#include "browse/window/picture_icon.h"
+#include "platform/window/text_fit.h"
 
 #include <QScopedValueRollback>
 #include <QTreeWidget>

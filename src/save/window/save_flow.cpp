@@ -1,11 +1,11 @@
-#include "app/main_window.h"
+#include "app/window/main_window.h"
 
 #include "app/shared_state.h"
-#include "app/window_state.h"
+#include "app/window/window_state.h"
 #include "dialogs/problem_text.h"
 #include "save/mail_saving.h"
 #include "save/old_bundle.h"
-#include "save/save_as_dialog.h"
+#include "save/window/save_as_dialog.h"
 
 #include <QDir>
 #include <QFileDialog>

@@ -1,8 +1,8 @@
-#include "app/main_window.h"
+#include "app/window/main_window.h"
 
 #include "app/problem_log.h"
 #include "app/shared_state.h"
-#include "browse/mail_view_pane.h"
+#include "browse/window/mail_view.h"
 #include "dialogs/problem_text.h"
 
 #include <QScrollBar>

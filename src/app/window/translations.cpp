@@ -1,4 +1,4 @@
-#include "app/translations_window.h"
+#include "app/window/translations.h"
 
 #include <QApplication>
 #include <QLibraryInfo>

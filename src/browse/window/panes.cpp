@@ -1,7 +1,7 @@
-#include "app/main_window.h"
+#include "app/window/main_window.h"
 
-#include "browse/mail_view_pane.h"
-#include "platform/text_fit.h"
+#include "browse/window/mail_view.h"
+#include "platform/window/text_fit.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>

@@ -1,4 +1,4 @@
-#include "platform/text_fit.h"
+#include "platform/window/text_fit.h"
 
 #include <QLabel>
 #include <QPushButton>
