@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size)
     const QByteArray xml(
         reinterpret_cast<const char *>(data),
         static_cast<int>(qstrnlen(reinterpret_cast<const char *>(data), static_cast<uint>(size))));
-    MemoryBytes archive({reinterpret_cast<const char *>(data), size});
+    ByteSource archive = ByteSource::ofBytes({reinterpret_cast<const char *>(data), size});
     OlmComposer composer(&archive);
     const QByteArray text = olmText(xml);
     forEachOlmMessage(text, static_cast<qint64>(size), [&](std::string_view message, qint64 start) {

@@ -7,7 +7,7 @@
 // and looks at each byte a few times at most.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size)
 {
-    MemoryBytes archive({reinterpret_cast<const char *>(data), size});
+    ByteSource archive = ByteSource::ofBytes({reinterpret_cast<const char *>(data), size});
     qint64 last = -1;
     size_t looked = 0;
     OlmWalkEvents events;

@@ -46,10 +46,10 @@ public:
         return ends;
     }
     QStringList scan() { return scan(path()); }
-    /// Scans an Outlook 2011 archive of these bytes.
+    /// Scans an Outlook 2011 archive of these bytes and the record that ends an archive.
     QStringList scanArchive(const QByteArray &archive)
     {
-        write({{"backup.olm", archive}});
+        write({{"backup.olm", archive + QByteArray("PK\5\6", 4) + QByteArray(18, '\0')}});
         return scan(path("backup.olm"));
     }
 

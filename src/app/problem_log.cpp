@@ -11,6 +11,7 @@ namespace
 {
 QMutex mutex;
 PathList problems;
+std::atomic<bool> unread{false};
 std::atomic<bool> unwritten{false};
 } // namespace
 
@@ -21,10 +22,23 @@ void reportProblem(const QString &sentence)
         problems.append(sentence);
 }
 
+void reportUnread(const QString &sentence)
+{
+    if (sentence.isEmpty())
+        return;
+    unread = true;
+    reportProblem(sentence);
+}
+
 void reportUnwritten(const QString &sentence)
 {
     unwritten = true;
     reportProblem(sentence);
+}
+
+bool takeUnread()
+{
+    return unread.exchange(false);
 }
 
 bool takeUnwritten()

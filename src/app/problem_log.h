@@ -8,9 +8,13 @@
 
 /// Adds a sentence; one that stands there already is not added again.
 void reportProblem(const QString &sentence);
+/// The same where something of a store could not be read. An empty sentence is no problem, so that a reader hands on
+/// its source's errorString() as it stands.
+void reportUnread(const QString &sentence);
 /// The same where something of a bundle could not be written.
 void reportUnwritten(const QString &sentence);
-/// True if that has happened since the last call.
+/// True if something could not be read, or written, since the last call.
+bool takeUnread();
 bool takeUnwritten();
 /// All sentences in the order in which they came, and forgets them.
 QStringList takeProblems();

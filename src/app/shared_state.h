@@ -7,6 +7,7 @@
 
 #include "app/path_list.h"
 #include "app/records.h"
+#include "platform/byte_source.h"
 
 #include <QHash>
 #include <QMap>
@@ -85,6 +86,7 @@ inline QString sSelectedItemList = QStringLiteral("Mail"); ///< folder shown in 
 
 inline int fileDescriptor = -1;     ///< the open archive
 inline qint64 lSize = 0;            ///< its size in bytes
+inline FileStamp scannedArchive;    ///< which file that was; a save of another one is refused
 inline qint64 dwOffset = 0;         ///< the walk's position in bytes
 inline char *pBuff = nullptr;       ///< XML handed to the record parser, zero-terminated; null between uses
 inline QString tmpstrOrigPath;      ///< pending attachments: entry names, each followed by ";"

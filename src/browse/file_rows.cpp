@@ -1,5 +1,6 @@
 #include "browse/message_rows.h"
 
+#include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "platform/folder_walk.h"
 #include "text/header_rules.h"
@@ -84,6 +85,8 @@ std::optional<MessageRow> rowOfMessageFile(const QString &file, bool *opened)
         else if (!subject && line.startsWith(QLatin1String("Subject:"), Qt::CaseInsensitive))
             subject = decodeSubject(line, readFolds(&reader), listHeaders);
     }
+    if (isOpen)
+        reportUnread(reader.errorString());
     if (!sender && !subject)
         return std::nullopt;
     return MessageRow{fileRowText(sender.value_or(QString()), subject.value_or(QString())), file, QString(),

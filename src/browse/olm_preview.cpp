@@ -4,9 +4,9 @@
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "browse/preview.h"
+#include "platform/byte_source.h"
 #include "text/codecs.h"
 #include "text/date_rules.h"
-#include "text/random_access.h"
 #include "text/semicolon_list.h"
 
 #include <QStringList>
@@ -36,17 +36,17 @@ std::vector<HeaderLine> headerOf(const MailMLRC &record)
 // The body's bytes, as many as there still are.
 QByteArray readBody(const MailMLRC &record)
 {
-    FileBytes archive;
-    if (!archive.open(m_selectedFile)) {
-        reportProblem(archive.errorString());
-        return {};
-    }
+    ByteSource archive = ByteSource::ofFile(m_selectedFile);
     const qint64 wanted = qBound<qint64>(0, record.llBodySize, archive.size());
     QByteArray body(static_cast<int>(wanted), '\0');
     const qint64 taken = archive.read(record.llBodyOffset, body.data(), wanted);
-    if (taken < record.llBodySize)
-        reportProblem(QStringLiteral("shorter than when it was scanned, a message can't be shown whole: ") +
-                      m_selectedFile);
+    if (!archive.errorString().isEmpty())
+        reportUnread(QStringLiteral("can't be shown: ") + archive.errorString());
+    else if (!(archive.stamp() == scannedArchive))
+        reportUnread(QStringLiteral("another file than the one that was scanned: ") + m_selectedFile);
+    else if (taken < record.llBodySize)
+        reportUnread(QStringLiteral("a message can't be shown whole, it reaches past the end: ") +
+                     m_selectedFile);
     body.truncate(static_cast<int>(taken));
     return body;
 }

@@ -2,12 +2,10 @@
 
 #include "app/problem_log.h"
 #include "browse/body_text.h"
+#include "platform/byte_source.h"
 #include "platform/huge_pages.h"
 #include "text/header_rules.h"
 #include "text/line_reader.h"
-
-#include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <limits>
@@ -17,26 +15,21 @@ namespace
 // What the toolkit's texts can hold, with room for a header's label.
 constexpr qint64 messageBytesLimit = std::numeric_limits<int>::max() / 2 - 4096;
 
-// The bytes from `offset` on, at most `length` of them. A file that can't be read, or is no file, gives none; so
-// does an offset outside it.
+// The bytes from `offset` on, at most `length` of them. What can't be read is told; an offset outside the file gives
+// none.
 QByteArray readBytes(const QString &path, qint64 offset, qint64 length)
 {
-    QFile file(path);
-    // A pipe would be waited for.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        reportProblem(QStringLiteral("can't be shown, it can't be read: ") + path);
-        return {};
-    }
+    ByteSource file = ByteSource::ofFile(path);
     const qint64 bytes = offset < 0 ? 0 : std::min(length, file.size() - offset);
     if (bytes > messageBytesLimit) {
-        reportProblem(QStringLiteral("can't be shown, a message in it is too large: ") + path);
+        reportUnread(QStringLiteral("can't be shown, a message in it is too large: ") + path);
         return {};
     }
-    if (bytes <= 0 || !file.seek(offset))
-        return {};
-    QByteArray message(static_cast<int>(bytes), Qt::Uninitialized);
-    useHugePages(message.constData(), static_cast<size_t>(bytes));
-    message.truncate(static_cast<int>(std::max<qint64>(0, file.read(message.data(), bytes))));
+    QByteArray message(static_cast<int>(std::max<qint64>(0, bytes)), Qt::Uninitialized);
+    useHugePages(message.constData(), static_cast<size_t>(message.size()));
+    message.truncate(static_cast<int>(file.read(offset, message.data(), bytes)));
+    if (!file.errorString().isEmpty())
+        reportUnread(QStringLiteral("can't be shown: ") + file.errorString());
     return message;
 }
 

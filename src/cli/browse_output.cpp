@@ -24,7 +24,7 @@ std::vector<MessageRow> rowsOfFiles(const QString &folderPath)
         if (std::optional<MessageRow> row = rowOfMessageFile(file, &opened))
             rows.push_back(std::move(*row));
         if (!opened)
-            reportProblem(QStringLiteral("not listed, it can't be opened: ") + file);
+            reportUnread(QStringLiteral("not listed, it can't be opened: ") + file);
     }
     return rows;
 }

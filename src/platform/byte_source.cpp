@@ -38,6 +38,8 @@ ByteSource ByteSource::ofFile(const QString &path, size_t startBytes)
     }
     source.m_isOpen = true;
     source.m_size = info.st_size;
+    source.m_stamp = {info.st_dev, info.st_ino, info.st_size,
+                      info.st_mtim.tv_sec * qint64{1000000000} + info.st_mtim.tv_nsec};
     const auto wanted = static_cast<size_t>(std::min<qint64>(static_cast<qint64>(startBytes), source.m_size));
     if (wanted == 0)
         return source;
@@ -72,10 +74,15 @@ qint64 ByteSource::read(qint64 position, char *to, qint64 count)
     if (position < 0 || position >= m_size || count <= 0)
         return 0;
     count = std::min(count, m_size - position);
-    const auto inMemory = static_cast<qint64>(m_bytes.size());
-    if (m_file.isOpen() && position + count > inMemory)
-        return readFile(position, to, count);
-    qint64 there = std::max<qint64>(0, std::min(count, inMemory - position));
+    const bool inMemory = !m_file.isOpen() || position + count <= static_cast<qint64>(m_bytes.size());
+    const qint64 got = inMemory ? readBytes(position, to, count) : readFile(position, to, count);
+    m_bytesRead += got;
+    return got;
+}
+
+qint64 ByteSource::readBytes(qint64 position, char *to, qint64 count)
+{
+    qint64 there = std::max<qint64>(0, std::min(count, static_cast<qint64>(m_bytes.size()) - position));
     if (m_failsAt >= 0 && position + there > m_failsAt) {
         there = std::max<qint64>(0, m_failsAt - position);
         fail(EIO, qt_error_string(EIO));

@@ -7,6 +7,20 @@
 #include <memory>
 #include <string_view>
 
+/// Tells a file, and its state, from another: one that was exchanged, written or cut has another stamp.
+struct FileStamp {
+    quint64 device = 0;
+    quint64 inode = 0;
+    qint64 size = 0;    ///< bytes
+    qint64 changed = 0; ///< nanoseconds since 1970
+
+    bool operator==(const FileStamp &other) const
+    {
+        return device == other.device && inode == other.inode && size == other.size &&
+               changed == other.changed;
+    }
+};
+
 /// Foreign bytes that are read and never written: a regular file, bytes in memory, or, for tests, bytes that fail
 /// from a place on. Everything that this program reads of a store goes through here. Positions and sizes are bytes.
 class ByteSource
@@ -31,6 +45,13 @@ public:
     /// The size when the source was opened; nothing is read behind it.
     qint64 size() const { return m_size; }
 
+    /// How many bytes have been asked for and given so far: what a reader costs, for tests.
+    qint64 bytesRead() const { return m_bytesRead; }
+    /// The open file's descriptor, -1 without one.
+    int descriptor() const { return m_file.descriptor(); }
+    /// Which file this is and how it stood when it was opened; all zero for bytes in memory.
+    const FileStamp &stamp() const { return m_stamp; }
+
     /// Reads up to `count` bytes at `position` and gives how many there were: fewer only at the end, or where
     /// reading failed, which errorString() then tells. A position outside the source has none.
     qint64 read(qint64 position, char *to, qint64 count);
@@ -42,6 +63,7 @@ public:
     int errorNumber() const { return m_errorNumber; }
 
 private:
+    qint64 readBytes(qint64 position, char *to, qint64 count);
     qint64 readFile(qint64 position, char *to, qint64 count);
     void fail(int number, const QString &reason);
 
@@ -51,7 +73,9 @@ private:
     bool m_isOpen = false;
     qint64 m_size = 0;
     FileHandle m_file;
+    FileStamp m_stamp;
     std::unique_ptr<char[]> m_start; ///< the file's first bytes
     std::string_view m_bytes;        ///< what is in memory: the whole source, or a file's start
-    qint64 m_failsAt = -1;           ///< for tests; -1: nowhere
+    qint64 m_bytesRead = 0;
+    qint64 m_failsAt = -1; ///< for tests; -1: nowhere
 };

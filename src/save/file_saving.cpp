@@ -41,9 +41,9 @@ FileSaving::FileSaving(const FileSaveRow &row)
         prepareOutlookBundle(m_bundle);
 }
 
-bool FileSaving::save(OpenedFile file)
+bool FileSaving::save(ByteSource file)
 {
-    const QString path = file.path;
+    const QString path = file.path();
     if (path.contains(newsFolder))
         return true;
     if (!open(std::move(file)))
@@ -70,11 +70,11 @@ bool FileSaving::save(OpenedFile file)
     return true;
 }
 
-bool FileSaving::open(OpenedFile file)
+bool FileSaving::open(ByteSource file)
 {
     if (m_source.open(std::move(file)))
         return true;
-    reportProblem(QStringLiteral("the save ended at a file that can't be opened: ") + m_source.errorString());
+    reportUnread(QStringLiteral("the save ended at a file that can't be opened: ") + m_source.errorString());
     return false;
 }
 
@@ -92,7 +92,7 @@ void FileSaving::readText(Take take)
 void FileSaving::reportReadError() const
 {
     if (!m_source.errorString().isEmpty())
-        reportProblem(QStringLiteral("can't be read to its end: ") + m_source.errorString());
+        reportUnread(QStringLiteral("can't be read to its end: ") + m_source.errorString());
 }
 
 void FileSaving::openMailbox(const QString &path)
@@ -140,7 +140,7 @@ QStringList FileSaving::partsOf(const QString &path)
     QStringList parts = m_partIndex->takeParts(path);
     if (parts.isEmpty() || m_source.size() <= largestPartial)
         return parts;
-    reportProblem(QStringLiteral("saved without its parts, it is too large: ") + path);
+    reportUnread(QStringLiteral("saved without its parts, it is too large: ") + path);
     return {};
 }
 
@@ -152,7 +152,7 @@ bool FileSaving::readPartial(const QStringList &parts)
     m_places = partPlaces({m_partial.data(), m_partial.size()});
     m_parts = parts.mid(0, static_cast<int>(m_places.size()));
     return std::all_of(m_parts.cbegin(), m_parts.cend(),
-                       [this](const QString &part) { return open(openFile(part, 0)); });
+                       [this](const QString &part) { return open(ByteSource::ofFile(part)); });
 }
 
 void FileSaving::appendPartial()
@@ -168,7 +168,7 @@ void FileSaving::appendPartial()
         }
         m_mailbox.append(text.substr(written, static_cast<size_t>(place) - written));
         written = static_cast<size_t>(place);
-        if (!open(openFile(m_parts.at(i), 0)))
+        if (!open(ByteSource::ofFile(m_parts.at(i))))
             continue;
         for (std::string_view lines = m_source.readLines(); !lines.empty(); lines = m_source.readLines()) {
             content.clear();

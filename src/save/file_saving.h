@@ -45,12 +45,12 @@ public:
 
     /// Saves one file; one that the tree doesn't know is only read. False if it, or a part of it, could not be
     /// opened, which is reported and ends the save. What can't be written is reported and lost, and nothing else.
-    bool save(OpenedFile file);
+    bool save(ByteSource file);
     /// Nothing is left to be written then.
     void closeMailbox() { m_mailbox.close(); }
 
 private:
-    bool open(OpenedFile file);
+    bool open(ByteSource file);
     template <typename Take>
     void readText(Take take);
     void reportReadError() const;

@@ -1,17 +1,12 @@
 #include "save/mailbox_copy.h"
 
-#include "platform/opened_file.h"
+#include "app/problem_log.h"
 #include "text/byte_search.h"
 #include "text/latin1_line.h"
 
-#include <QFile>
-
 #include <algorithm>
 #include <cstring>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -42,21 +37,12 @@ Char *behindLineFeed(Char *begin, Char *end, size_t n)
 }
 } // namespace
 
-MailboxCopy::~MailboxCopy()
+bool MailboxCopy::open(ByteSource source)
 {
-    if (m_file >= 0)
-        ::close(m_file);
-}
-
-bool MailboxCopy::open(const QString &path)
-{
-    m_file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    struct stat info = {};
-    if (m_file < 0 || ::fstat(m_file, &info) != 0 || !S_ISREG(info.st_mode))
-        return false;
-    m_size = info.st_size;
+    m_source = std::move(source);
+    m_size = m_source.size();
     char start[5];
-    return readAt(m_file, start, sizeof start, 0) == sizeof start &&
+    return m_source.read(0, start, sizeof start) == sizeof start &&
            std::string_view(start, sizeof start) == "From ";
 }
 
@@ -86,20 +72,18 @@ void MailboxCopy::copyTo(MailboxFile *target, const std::function<bool(qint64, q
     m_target->take(m_outSize);
     m_outSize = 0;
     m_target->append('\n'); // the last chunk goes out even where it is empty
+    reportUnread(errorString());
 }
 
 // Fills the block up. False when all of the source has been copied.
 bool MailboxCopy::readBlock()
 {
-    while (m_filled < m_block.size()) {
-        const ssize_t got = readAt(m_file, m_block.data() + m_filled, m_block.size() - m_filled, m_read);
-        if (got <= 0) {
-            m_size = m_read; // the end, be it earlier than expected
-            break;
-        }
-        m_filled += static_cast<size_t>(got);
-        m_read += got;
-    }
+    const qint64 got =
+        m_source.read(m_read, m_block.data() + m_filled, static_cast<qint64>(m_block.size() - m_filled));
+    m_filled += static_cast<size_t>(got);
+    m_read += got;
+    if (m_filled < m_block.size())
+        m_size = m_read; // the end, be it earlier than expected
     return m_filled > 0;
 }
 

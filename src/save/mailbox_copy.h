@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/byte_source.h"
 #include "save/mailbox_file.h"
 
 #include <QByteArray>
@@ -22,15 +23,18 @@ public:
     static constexpr qint64 chunkLimit = 100000;
 
     MailboxCopy() = default;
-    ~MailboxCopy();
     MailboxCopy(const MailboxCopy &) = delete;
     MailboxCopy &operator=(const MailboxCopy &) = delete;
 
-    /// Opens the source read-only. False if that fails or its first five bytes are not "From ".
-    bool open(const QString &path);
+    /// Opens the mailbox read-only. False if that fails, which errorString() then tells, or if its first five bytes
+    /// are not "From ".
+    bool open(const QString &path) { return open(ByteSource::ofFile(path)); }
+    bool open(ByteSource source);
+    /// Why the mailbox could not be opened or read; empty where nothing went wrong.
+    const QString &errorString() const { return m_source.errorString(); }
     /// Copies all of it. `goOn` gets the bytes read so far and the source's size, often; where it gives false,
     /// the lines of the list being gathered are taken back but for its first one. What is read when the source
-    /// can't be read to its end is written.
+    /// can't be read to its end is written, and the problem log gets the reason.
     void copyTo(MailboxFile *target, const std::function<bool(qint64 done, qint64 size)> &goOn);
 
     /// For tests: the bytes read at a time, at least 128.
@@ -58,8 +62,8 @@ private:
     qint64 targetSize() const;
 
     MailboxFile *m_target = nullptr;
-    int m_file = -1;
-    qint64 m_size = 0;
+    ByteSource m_source;
+    qint64 m_size = 0;     ///< bytes that the source has or, once it has ended early, had
     qint64 m_read = 0;     ///< bytes of the source read
     qint64 m_position = 0; ///< bytes of the source copied
     size_t m_blockBytes = 256 * 1024;

@@ -1,7 +1,7 @@
 #include "save/mailbox_file.h"
 
 #include "app/problem_log.h"
-#include "platform/opened_file.h"
+#include "platform/file_handle.h"
 
 #include <QDir>
 #include <QFile>

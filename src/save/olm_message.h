@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/olm_records.h"
-#include "text/random_access.h"
+#include "platform/byte_source.h"
 
 #include <QDateTime>
 
@@ -25,9 +25,7 @@ class OlmComposer
 public:
     using Write = std::function<void(std::string_view bytes)>;
 
-    explicit OlmComposer(RandomAccess *archive) : m_archive(archive), m_attachmentBytesLeft(archive->size())
-    {
-    }
+    explicit OlmComposer(ByteSource *archive) : m_archive(archive), m_attachmentBytesLeft(archive->size()) {}
 
     /// Writes one message. What the archive doesn't give of an attachment are zero bytes.
     void compose(const MailMLRC &record, const OlmMarks &marks, const Write &write);
@@ -39,7 +37,7 @@ private:
     bool writeAttachments(const MailMLRC &record, const Write &write);
     bool writeBase64(qint64 offset, qint64 size, const Write &write);
 
-    RandomAccess *m_archive;
+    ByteSource *m_archive;
     qint64 m_attachmentBytesLeft;
     qint64 m_incomplete = 0;
     std::vector<char> m_piece; ///< of an attachment

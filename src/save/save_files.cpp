@@ -64,8 +64,8 @@ void QMailSaving::saveFiles(const FileSaveRow &row)
     emit OnIndivisibleProgressvalue(0);
     FileSaving saving(row);
     ulCount = countTickedItems();
-    ReadAhead<OpenedFile> files(tickedPaths(),
-                                [](const QString &path) { return openFile(path, startBytes); });
+    ReadAhead<ByteSource> files(tickedPaths(),
+                                [](const QString &path) { return ByteSource::ofFile(path, startBytes); });
     quint64 done = 0;
     quint64 shown = 0;
     for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next) {

@@ -58,7 +58,8 @@ void QMailSaving::copyMailbox(const QString &path, bool *prepared)
     GetAllFilePathInStrList = path;
     MailboxCopy copy;
     if (!mayBeMailbox(path) || !copy.open(path.trimmed())) {
-        reportProblem(QStringLiteral("passed over, it can't be read as a mailbox any more: ") + path);
+        reportUnread(QStringLiteral("passed over, it can't be read as a mailbox any more: ") +
+                     (copy.errorString().isEmpty() ? path : copy.errorString()));
         return;
     }
     MailboxFile target;

@@ -44,9 +44,13 @@ void QMailSaving::OnMailSaving()
     ulCount = countTickedMessages();
     noOfConvertedMessage = 0;
     emit ShowProgressLabel();
-    FileBytes archive;
-    if (!archive.open(m_selectedFile)) {
-        reportProblem(archive.errorString());
+    ByteSource archive = ByteSource::ofFile(m_selectedFile);
+    if (!archive.isOpen() || !(archive.stamp() == scannedArchive)) {
+        reportUnread(
+            archive.isOpen()
+                ? QStringLiteral("another file than the one that was scanned, nothing of it was saved: ") +
+                      m_selectedFile
+                : QStringLiteral("can't be opened: ") + archive.errorString());
         emitFinished();
         return;
     }
@@ -70,8 +74,10 @@ void QMailSaving::OnMailSaving()
             emitFinished();
         }
     }
+    if (!archive.errorString().isEmpty())
+        reportUnread(QStringLiteral("can't be read to its end: ") + archive.errorString());
     if (composer.incompleteMessages() > 0)
-        reportProblem(QStringLiteral("shorter than its records say, %1 message(s) are not whole: %2")
-                          .arg(composer.incompleteMessages())
-                          .arg(m_selectedFile));
+        reportUnread(QStringLiteral("shorter than its records say, %1 message(s) are not whole: %2")
+                         .arg(composer.incompleteMessages())
+                         .arg(m_selectedFile));
 }

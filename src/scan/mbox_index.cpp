@@ -1,8 +1,12 @@
 #include "scan/mbox_index.h"
 
+#include "app/problem_log.h"
 #include "app/records.h"
 #include "text/header_rules.h"
 #include "text/line_reader.h"
+#include "text/mbox_names.h"
+
+#include <cerrno>
 
 namespace
 {
@@ -15,6 +19,14 @@ bool isSeparator(const QString &line)
         if (line.contains(QLatin1String(day)))
             return true;
     return false;
+}
+
+// Tells why a file that may be a mailbox could not be read; a folder, or a name that leads nowhere, is no mailbox.
+void reportReadError(const QString &path, const ByteSource &source)
+{
+    const bool isFile = source.isOpen() || (source.errorNumber() != 0 && source.errorNumber() != ENOENT);
+    if (isFile && mayBeMailbox(path) && !source.errorString().isEmpty())
+        reportUnread(QStringLiteral("can't be read to its end: ") + source.errorString());
 }
 
 // Reads the first line: true if it starts with "From ".
@@ -126,14 +138,18 @@ private:
 bool beginsAsMailbox(const QString &path)
 {
     LineReader reader(LineReader::Mode::Text);
-    return reader.open(path) && openedAtSeparator(&reader);
+    const bool begins = reader.open(path) && openedAtSeparator(&reader);
+    reportReadError(path, reader.source());
+    return begins;
 }
 
 bool GetAllFieldsForTree(const QString &path, const std::function<void(qint64, qint64)> &progress)
 {
     LineReader reader(LineReader::Mode::Text);
-    if (!reader.open(path) || !openedAtSeparator(&reader))
+    if (!reader.open(path) || !openedAtSeparator(&reader)) {
+        reportReadError(path, reader.source());
         return false;
+    }
     qint64 nextReport = 0;
     MailboxIndexer(path, reader).readMessages([&](qint64 done) {
         if (!progress || done < nextReport)
@@ -141,5 +157,6 @@ bool GetAllFieldsForTree(const QString &path, const std::function<void(qint64, q
         progress(done, reader.size());
         nextReport = done + reader.size() / 100;
     });
+    reportReadError(path, reader.source());
     return true;
 }

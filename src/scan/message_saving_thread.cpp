@@ -1,8 +1,8 @@
 #include "scan/message_saving_thread.h"
 
 #include "app/shared_state.h"
+#include "platform/byte_source.h"
 #include "scan/store_kinds.h"
-#include "text/random_access.h"
 
 #include <QStringList>
 

@@ -6,7 +6,7 @@
 #include <functional>
 #include <memory>
 
-class FileBytes;
+class ByteSource;
 enum class FileStep;
 struct FileStore;
 struct OlmWalkResult;
@@ -68,6 +68,9 @@ private:
     /// Makes the folder of an entry and the records of the messages in its XML, pBuff, which ends at `endOffset`
     /// in the archive.
     void InitializeMLRC(const QString &folder, qint64 endOffset);
+    /// The ends of a reader whose archive could not be opened, or holds no message.
+    void endWithoutArchive();
+    void emitNoArchiveData();
     /// Says what of an archive could not be read.
     void reportOlmProblems(const OlmWalkResult &walk);
 
@@ -84,6 +87,6 @@ private:
     void emitFinished();
     void sendTree();
 
-    std::unique_ptr<FileBytes> m_archive; ///< while an .olm file is read
-    qint64 m_lostAttachments = 0;         ///< messages of it whose attachments were not found
+    std::unique_ptr<ByteSource> m_archive; ///< while an .olm file is read
+    qint64 m_lostAttachments = 0;          ///< messages of it whose attachments were not found
 };

@@ -1,16 +1,23 @@
 #include "scan/olm_walk.h"
 
+#include "text/read_buffer.h"
+
 #include <QStringList>
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <vector>
 
 namespace
 {
 constexpr std::string_view localSignature("PK\3\4", 4);
 constexpr std::string_view centralSignature("PK\1\2", 4);
-constexpr int centralHeadersAtEnd = 3; // so many in a row are the central directory
+constexpr std::string_view endSignature("PK\5\6", 4);
+constexpr qint64 endRecordBytes = 22;
+constexpr qint64 longestComment = 65535;
+constexpr qint64 centralHeaderBytes = 46; // without name, extra field and comment
+constexpr int centralHeadersAtEnd = 3;    // so many in a row are the central directory
 constexpr size_t headerBytes = 30;
 constexpr size_t zip64Bytes = 20; // ZIP64 extended information: id, length, both sizes
 constexpr quint64 sizeIsElsewhere = 0xFFFFFFFF;
@@ -69,7 +76,7 @@ struct Entry {
 class Walk
 {
 public:
-    Walk(RandomAccess *archive, const OlmWalkEvents &events)
+    Walk(ByteSource *archive, const OlmWalkEvents &events)
         : m_archive(archive), m_events(events), m_buffer(archive), m_size(archive->size())
     {
     }
@@ -78,6 +85,8 @@ public:
 private:
     void step();
     void searchOn();
+    bool hasEndRecord();
+    bool isCentralDirectoryWhole();
     void crossEntry();
     void crossHeader(qint64 behindHeader);
     Entry readEntry(std::string_view header);
@@ -87,12 +96,13 @@ private:
     void giveMessages(qint64 start, qint64 length, const QString &folder, qint64 end);
     bool readText(qint64 start, qint64 length, QByteArray *text);
 
-    RandomAccess *m_archive;
+    ByteSource *m_archive;
     const OlmWalkEvents &m_events;
     ReadBuffer m_buffer;
     qint64 m_size;
     qint64 m_position = 0;
-    int m_centralHeaders = 0; ///< since the last entry or element
+    int m_centralHeaders = 0;   ///< since the last entry or element
+    qint64 m_centralStart = -1; ///< where the first of them stands
     OlmWalkResult m_result;
 };
 
@@ -105,7 +115,34 @@ OlmWalkResult Walk::run()
         }
         step();
     } while (m_position < m_size);
+    m_result.cutOff = !m_result.stopped && !hasEndRecord() && !isCentralDirectoryWhole();
     return m_result;
+}
+
+// The record that ends an archive, with nothing but a comment behind it.
+bool Walk::hasEndRecord()
+{
+    std::vector<char> tail(static_cast<size_t>(std::min(m_size, endRecordBytes + longestComment)));
+    const qint64 start = m_size - static_cast<qint64>(tail.size());
+    const qint64 taken = m_archive->read(start, tail.data(), static_cast<qint64>(tail.size()));
+    const std::string_view bytes(tail.data(), static_cast<size_t>(taken));
+    const size_t found = bytes.rfind(endSignature);
+    return found != std::string_view::npos && bytes.size() - found >= static_cast<size_t>(endRecordBytes);
+}
+
+// Central headers, one behind the other, that reach just to the end of the archive: some writers leave out the record.
+bool Walk::isCentralDirectoryWhole()
+{
+    qint64 position = m_centralStart;
+    while (position >= 0 && position < m_size) {
+        const std::string_view header = m_buffer.at(position, static_cast<size_t>(centralHeaderBytes));
+        if (header.substr(0, centralSignature.size()) != centralSignature)
+            return false;
+        position += centralHeaderBytes;
+        for (const size_t lengthAt : {28, 30, 32})
+            position += static_cast<qint64>(littleEndian(header, lengthAt, 2));
+    }
+    return position == m_size;
 }
 
 void Walk::step()
@@ -114,6 +151,8 @@ void Walk::step()
     if (signature == localSignature) {
         crossEntry();
     } else if (signature == centralSignature) {
+        if (m_centralHeaders == 0)
+            m_centralStart = m_position;
         ++m_position;
         if (++m_centralHeaders == centralHeadersAtEnd)
             m_position = m_size;
@@ -129,7 +168,6 @@ void Walk::searchOn()
 {
     const std::string_view bytes = m_buffer.from(m_position);
     if (bytes.empty()) {
-        m_result.unreadable = m_result.unreadable || m_position < m_size;
         m_position = m_size;
         return;
     }
@@ -273,7 +311,7 @@ bool Walk::readText(qint64 start, qint64 length, QByteArray *text)
 }
 } // namespace
 
-OlmWalkResult walkOlm(RandomAccess *archive, const OlmWalkEvents &events)
+OlmWalkResult walkOlm(ByteSource *archive, const OlmWalkEvents &events)
 {
     return Walk(archive, events).run();
 }

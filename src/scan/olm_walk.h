@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/random_access.h"
+#include "platform/byte_source.h"
 
 #include <QByteArray>
 #include <QString>
@@ -24,10 +24,11 @@ struct OlmWalkEvents {
 
 /// How a walk ended.
 struct OlmWalkResult {
-    bool stopped = false;    ///< by goOn
-    qint64 compressed = 0;   ///< entries that are not stored, whose contents can't be read
-    qint64 tooLong = 0;      ///< texts above largestOlmText, passed over
-    bool unreadable = false; ///< there was nothing to read before the end of the source
+    bool stopped = false;  ///< by goOn
+    qint64 compressed = 0; ///< entries that are not stored, whose contents can't be read
+    qint64 tooLong = 0;    ///< texts above largestOlmText, passed over
+    bool cutOff =
+        false; ///< no central directory, or only a part of one, stands at the end: bytes are missing
 };
 
 /// The longest XML text of one entry or element that is looked at, in bytes.
@@ -35,7 +36,7 @@ constexpr qint64 largestOlmText = qint64{512} << 20;
 
 /// Walks a whole archive. Sizes and lengths in it are not trusted: no more memory is taken than the source holds,
 /// and each byte is looked at a few times at most.
-OlmWalkResult walkOlm(RandomAccess *archive, const OlmWalkEvents &events);
+OlmWalkResult walkOlm(ByteSource *archive, const OlmWalkEvents &events);
 
 /// The folder of a message entry: what stands between the account's name and the last component of its name.
 QString olmFolderOfEntry(const QString &name);

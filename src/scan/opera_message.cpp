@@ -1,5 +1,6 @@
 #include "scan/opera_message.h"
 
+#include "app/problem_log.h"
 #include "text/header_rules.h"
 #include "text/line_reader.h"
 
@@ -100,5 +101,6 @@ OperaMessage readOperaMessage(const QString &path, OperaFields fields)
         reader.seek(0);
     }
     readLocations(&reader, headers, &message);
+    reportUnread(reader.errorString());
     return message;
 }

@@ -23,11 +23,10 @@ void reportCount(qint64 count, const char *sentence)
 
 int QMessageSavingThread::OpenDevice()
 {
-    m_archive = std::make_unique<FileBytes>();
-    if (!m_archive->open(m_selectedFile))
-        reportProblem(m_archive->errorString());
+    m_archive = std::make_unique<ByteSource>(ByteSource::ofFile(m_selectedFile));
     fileDescriptor = m_archive->descriptor();
     lSize = m_archive->size();
+    scannedArchive = m_archive->stamp();
     return fileDescriptor;
 }
 
@@ -46,7 +45,7 @@ void QMessageSavingThread::CreateFile()
     const int file = OpenDevice();
     emit OnShowProgressDlg();
     if (file < 0) {
-        bStopFlag = true;
+        endWithoutArchive();
         return;
     }
     int shown = -1;
@@ -70,15 +69,31 @@ void QMessageSavingThread::CreateFile()
         pBuff = nullptr;
     };
     const OlmWalkResult walk = walkOlm(m_archive.get(), events);
+    reportOlmProblems(walk);
     m_archive.reset();
     fileDescriptor = -1;
-    reportOlmProblems(walk);
     if (walk.stopped)
         return;
     if (TmpMlrcPtrStart) {
         emitFinished();
         return;
     }
+    emitNoArchiveData();
+}
+
+// What is there but no file, a folder for example, holds no mail; what can't be opened ends the reader.
+void QMessageSavingThread::endWithoutArchive()
+{
+    if (m_archive->errorNumber() == 0) {
+        emitNoArchiveData();
+        return;
+    }
+    reportUnread(QStringLiteral("can't be opened: ") + m_archive->errorString());
+    bStopFlag = true;
+}
+
+void QMessageSavingThread::emitNoArchiveData()
+{
     emit OnSubProgressHide();
     emit ProgressDailogHide();
     emit NoDataIntoFile();
@@ -114,6 +129,9 @@ void QMessageSavingThread::reportOlmProblems(const OlmWalkResult &walk)
                                    "message(s) of %2");
     reportCount(walk.compressed, "passed over, their contents are compressed: %1 entries of %2");
     reportCount(walk.tooLong, "passed over, their text is too long: %1 entries of %2");
-    if (walk.unreadable)
-        reportProblem(QStringLiteral("can't be read to its end: ") + m_selectedFile);
+    if (!m_archive->errorString().isEmpty())
+        reportUnread(QStringLiteral("can't be read to its end: ") + m_archive->errorString());
+    else if (walk.cutOff)
+        reportUnread(QStringLiteral("cut off, its central directory is missing and messages may be too: ") +
+                     m_selectedFile);
 }

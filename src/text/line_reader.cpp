@@ -3,29 +3,15 @@
 #include "text/byte_search.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 #include <utility>
 
-bool LineReader::open(const QString &path)
+bool LineReader::open(ByteSource source)
 {
-    return open(openFile(path, 0));
-}
-
-bool LineReader::open(OpenedFile file)
-{
-    m_file = std::move(file.handle);
-    m_size = file.size;
-    m_path = file.path;
-    m_error = file.error;
+    m_source = std::move(source);
     m_blockStart = 0;
-    m_filled = file.startBytes;
-    m_next = m_lostCr = 0;
-    if (file.start) {
-        m_block = std::move(file.start);
-        m_capacity = m_filled;
-    }
-    return m_error.isEmpty();
+    m_filled = m_next = m_lostCr = 0;
+    return m_source.isOpen();
 }
 
 void LineReader::enlargeBlock(size_t bytes)
@@ -39,8 +25,6 @@ void LineReader::enlargeBlock(size_t bytes)
 // Moves what has not been read to the front of the block and fills up behind it.
 bool LineReader::readBlock()
 {
-    if (!m_file.isOpen())
-        return false;
     m_lostCr = 0;
     m_filled -= m_next;
     if (m_filled > 0)
@@ -48,16 +32,14 @@ bool LineReader::readBlock()
     m_blockStart += static_cast<qint64>(m_next);
     m_next = 0;
     const qint64 end = m_blockStart + static_cast<qint64>(m_filled);
-    if (end == m_size && end > 0)
-        return false; // spares the read that would tell so
+    if (end >= m_source.size())
+        return false;
     if (m_capacity < m_blockBytes)
         enlargeBlock(m_blockBytes);
     else if (m_filled == m_capacity)
         enlargeBlock(m_capacity * 2);
-    const ssize_t got = readAt(m_file.descriptor(), &m_block[m_filled], m_capacity - m_filled, end);
-    if (got < 0)
-        m_error = m_path + QStringLiteral(": ") + qt_error_string(errno);
-    if (got <= 0)
+    const qint64 got = m_source.read(end, &m_block[m_filled], static_cast<qint64>(m_capacity - m_filled));
+    if (got == 0)
         return false;
     m_filled += static_cast<size_t>(got);
     return true;
@@ -104,7 +86,7 @@ std::string_view LineReader::readLines()
 {
     for (;;) {
         const std::string_view rest(m_block.get() + m_next, m_filled - m_next);
-        const bool atFileEnd = position() + static_cast<qint64>(rest.size()) >= m_size;
+        const bool atFileEnd = position() + static_cast<qint64>(rest.size()) >= size();
         const size_t feed = atFileEnd || rest.size() > longestLine ? rest.size() - 1 : rest.rfind('\n');
         if (!rest.empty() && feed != std::string_view::npos) {
             m_next += feed + 1;
@@ -184,8 +166,8 @@ void LineReader::seek(qint64 position)
     restoreLine();
     position = std::max<qint64>(0, position);
     const qint64 ahead = position - m_blockStart;
-    if (ahead >= 0 && (ahead <= static_cast<qint64>(m_filled) || !m_file.isOpen())) {
-        m_next = std::min(static_cast<size_t>(ahead), m_filled);
+    if (ahead >= 0 && ahead <= static_cast<qint64>(m_filled)) {
+        m_next = static_cast<size_t>(ahead);
         return;
     }
     m_blockStart = position;

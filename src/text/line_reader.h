@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/opened_file.h"
+#include "platform/byte_source.h"
 #include "text/byte_search.h"
 
 #include <QString>
@@ -9,9 +9,9 @@
 #include <optional>
 #include <string_view>
 
-/// Reads a file line by line in blocks, never holding it whole. A line runs through its line feed, or to the
-/// end of the file; it may be of any length and hold zero bytes. The file is opened read-only; that it shrinks
-/// or grows meanwhile is no error, reading just ends where it ends.
+/// Reads a file, or any other source of bytes, line by line in blocks, never holding it whole. A line runs through
+/// its line feed, or to the end of the source; it may be of any length and hold zero bytes. Reading ends where the
+/// source ends or fails; errorString() tells which.
 class LineReader
 {
 public:
@@ -21,9 +21,9 @@ public:
     explicit LineReader(Mode mode) : m_mode(mode) {}
 
     /// Opens a regular file. False if that fails; errorString() then names the path.
-    bool open(const QString &path);
-    /// Reads a file that is open already; false if it could not be opened.
-    bool open(OpenedFile file);
+    bool open(const QString &path) { return open(ByteSource::ofFile(path)); }
+    /// Reads a source from its start; false if it could not be opened.
+    bool open(ByteSource source);
 
     /// The next line, line feed included, or nothing at the end of the file. The view is valid until the next
     /// call.
@@ -48,9 +48,11 @@ public:
     void seek(qint64 position);
     bool atEnd();
     /// The file's size in bytes when it was opened.
-    qint64 size() const { return m_size; }
+    qint64 size() const { return m_source.size(); }
     /// Why the file could not be opened, or not be read to its end; empty where nothing went wrong.
-    QString errorString() const { return m_error; }
+    const QString &errorString() const { return m_source.errorString(); }
+    /// What is read.
+    const ByteSource &source() const { return m_source; }
 
     /// The bytes read at a time, 256 KiB unless told; takes effect before the first read.
     void setBlockBytes(size_t bytes) { m_blockBytes = bytes; }
@@ -62,10 +64,7 @@ private:
     void restoreLine();
 
     Mode m_mode;
-    FileHandle m_file; ///< closed where m_block holds the whole file from its start
-    qint64 m_size = 0;
-    QString m_path;
-    QString m_error;
+    ByteSource m_source;
     size_t m_blockBytes = 256 * 1024;
     std::unique_ptr<char[]> m_block; ///< bytes of the file from m_blockStart on; grows only for a longer line
     size_t m_capacity = 0;           ///< bytes that m_block has room for

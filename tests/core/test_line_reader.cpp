@@ -33,8 +33,9 @@ private slots:
             writeFiles(folder.path(), {{QString::number(i), bytes}});
             paths.append(folder.filePath(QString::number(i)));
         }
-        ReadAhead<OpenedFile> files(
-            paths, [=](const QString &path) { return openFile(path, static_cast<size_t>(startBytes)); });
+        ReadAhead<ByteSource> files(paths, [=](const QString &path) {
+            return ByteSource::ofFile(path, static_cast<size_t>(startBytes));
+        });
         LineReader reader(LineReader::Mode::Text);
         reader.setBlockBytes(64);
         for (int i = 0; i < paths.size(); ++i) {
@@ -50,8 +51,8 @@ private slots:
     {
         QTemporaryDir folder;
         const QString missing = folder.filePath("missing");
-        ReadAhead<OpenedFile> files({missing, folder.path()},
-                                    [](const QString &path) { return openFile(path, 1); });
+        ReadAhead<ByteSource> files({missing, folder.path()},
+                                    [](const QString &path) { return ByteSource::ofFile(path, 1); });
         LineReader reader(LineReader::Mode::Bytes);
         QVERIFY(!reader.open(files.next()));
         QCOMPARE(reader.errorString(), missing + ": No such file or directory");

@@ -84,7 +84,7 @@ private slots:
 
     void stopInAScan()
     {
-        m_run->stopFrom = 50;
+        m_run->stopFrom = 40;
         scan(olmMail("a", "").repeated(4));
         QVERIFY(!m_run->ends.contains("finished"));
         QCOMPARE(m_run->folders, 1);

@@ -19,7 +19,7 @@ const OlmMarks marks = {QDateTime(QDate(2020, 2, 3), QTime(4, 5, 6)), "ID", 777}
 QByteArray composed(const MailMLRC &record, const QByteArray &archive = QByteArray(),
                     qint64 *incompleteMessages = nullptr)
 {
-    MemoryBytes bytes(viewOf(archive));
+    ByteSource bytes = ByteSource::ofBytes(viewOf(archive));
     OlmComposer composer(&bytes);
     std::string written;
     composer.compose(record, marks, [&](std::string_view piece) { written.append(piece); });
@@ -361,12 +361,12 @@ private slots:
         scan(entry + entry);
         QVERIFY(QFile::resize(m_selectedFile, entry.size()));
         save();
-        QCOMPARE(mailboxes().first().count("From ???@???"), 2);
-        QVERIFY(takeProblems().value(0).contains(m_selectedFile));
-        QVERIFY(QFile::remove(m_selectedFile) && QDir(saveDir).removeRecursively());
+        QVERIFY(readFiles(saveDir).isEmpty());
+        QVERIFY(onlyProblem().contains("another file"));
+        QVERIFY(QFile::remove(m_selectedFile));
         save();
         QVERIFY(readFiles(saveDir).isEmpty());
-        QVERIFY(takeProblems().value(0).contains(m_selectedFile));
+        QVERIFY(onlyProblem().contains(m_selectedFile + ": No such file"));
     }
 
 private:
