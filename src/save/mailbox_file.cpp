@@ -25,7 +25,11 @@ void MailboxFile::open(const QString &path, const FinderCodes &codes)
 {
     close();
     m_path = path;
-    m_size = 0;
+    m_error.clear();
+    m_size = m_start = m_settled = 0;
+    m_isOpen = true;
+    if (m_mode == SaveMode::CountOnly)
+        return;
     QDir().mkpath(QFileInfo(path).path());
     const QByteArray name = QFile::encodeName(path);
     m_file = ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, newFileMode);
@@ -34,10 +38,9 @@ void MailboxFile::open(const QString &path, const FinderCodes &codes)
     else if (errno == EEXIST)
         m_file = ::open(name.constData(), O_RDWR | O_CLOEXEC);
     struct stat info = {};
-    if (m_file < 0)
-        fail(errno);
-    else if (::fstat(m_file, &info) == 0)
-        m_size = info.st_size;
+    if (m_file < 0 || ::fstat(m_file, &info) != 0)
+        return fail(errno);
+    m_size = m_start = m_settled = info.st_size;
 }
 
 void MailboxFile::append(std::string_view bytes)
@@ -70,21 +73,37 @@ void MailboxFile::take(size_t bytes)
 void MailboxFile::truncate(qint64 size)
 {
     flush();
-    if (m_file < 0)
+    if (!m_isOpen)
         return;
-    if (::ftruncate(m_file, size) != 0)
-        fail(errno);
+    if (m_file >= 0 && ::ftruncate(m_file, size) != 0)
+        return fail(errno);
     m_size = size;
+    m_settled = std::min(m_settled, size);
+}
+
+bool MailboxFile::settle()
+{
+    flush();
+    if (m_isOpen)
+        m_settled = m_size;
+    return m_isOpen;
+}
+
+qint64 MailboxFile::takeAddedBytes()
+{
+    const qint64 added = m_settled - m_start;
+    m_start = m_settled;
+    return added;
 }
 
 void MailboxFile::close()
 {
-    flush();
-    if (m_file >= 0 && ::close(m_file) != 0) {
-        m_file = -1;
-        fail(errno);
-    }
+    settle();
+    const int file = m_file;
     m_file = -1;
+    if (file >= 0 && ::close(file) != 0)
+        fail(errno);
+    m_isOpen = false;
 }
 
 void MailboxFile::flush()
@@ -112,6 +131,8 @@ void MailboxFile::write(const char *bytes, size_t count, qint64 position)
 // Moves bytes of the file to a place that they may overlap.
 void MailboxFile::move(qint64 from, qint64 to, qint64 count)
 {
+    if (m_file < 0)
+        return;
     std::vector<char> block(static_cast<size_t>(std::min(moveBytes, count)));
     while (m_file >= 0 && count > 0) {
         const qint64 length = std::min(moveBytes, count);
@@ -155,8 +176,12 @@ void MailboxFile::removeBytes(const std::vector<qint64> &places)
 
 void MailboxFile::fail(int error)
 {
-    reportUnwritten(QStringLiteral("can't be written: %1: %2").arg(m_path, qt_error_string(error)));
+    m_error = QStringLiteral("can't be written: %1: %2").arg(m_path, qt_error_string(error));
+    reportUnwritten(m_error);
+    if (m_file >= 0 && ::ftruncate(m_file, m_settled) != 0)
+        reportUnwritten(QStringLiteral("ends within a message: %1").arg(m_path));
     if (m_file >= 0)
         ::close(m_file);
     m_file = -1;
+    m_isOpen = false;
 }
