@@ -25,6 +25,15 @@ private:
     QByteArray m_bytes;
 };
 
+/// What of a message's source its record no longer shows, for the report of a save: of the fields that one writes.
+struct OlmLosses {
+    bool hasSourceId = false;  ///< the source names a message id
+    qint32 fields = 0;         ///< values that were dropped, being over their limit
+    qint32 attachments = 0;    ///< named, but not found
+    qint32 lostCharacters = 0; ///< became "?"
+    qint32 highCharacters = 0; ///< U+0080 to U+00FF, now one byte each
+};
+
 constexpr int folderFieldLimit = 1023;    ///< longest folder path in a record, UTF-16 units
 constexpr qint64 noFolderId = 0xFFFFFFFE; ///< parent of a message outside all folders
 
@@ -56,6 +65,7 @@ struct MailMLRC {
     qint64 llParentId = 0; ///< the message's folder, or noFolderId
     qint32 iIsOutgoing = 0;
     FixedText<5> szPriority; ///< the four bytes that a text can fill
+    OlmLosses losses;
     MailMLRC *pNext = nullptr;
 };
 

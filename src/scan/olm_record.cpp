@@ -1,6 +1,7 @@
 #include "scan/olm_record.h"
 
 #include "text/date_rules.h"
+#include "text/latin1_line.h"
 #include "text/semicolon_list.h"
 
 #include <QUuid>
@@ -37,11 +38,39 @@ void store(FixedText<Width> *field, const QString &text, int longest = Width - 1
         field->set(text);
 }
 
+// The same for a field that a save writes; false if the text is too long.
 template <int Width>
-void storeTime(FixedText<Width> *field, const QString &value)
+bool storeWritten(Message *message, FixedText<Width> *field, const QString &text, int longest = Width - 1)
+{
+    store(field, text, longest);
+    if (text.size() <= longest)
+        return true;
+    ++message->record->losses.fields;
+    return false;
+}
+
+// Counts the characters of a text that a save will write.
+void countCharacters(Message *message, const QString &text)
+{
+    const Latin1Counts counts = latin1Counts(text);
+    message->record->losses.lostCharacters += static_cast<qint32>(counts.lost);
+    message->record->losses.highCharacters += static_cast<qint32>(counts.single);
+}
+
+template <int Width>
+void storeText(Message *message, FixedText<Width> *field, const QString &text)
+{
+    if (storeWritten(message, field, text))
+        countCharacters(message, text);
+}
+
+template <int Width>
+void storeTime(Message *message, FixedText<Width> *field, const QString &value)
 {
     if (value.size() <= Width - 1)
         field->set(timeconverter1(value));
+    else
+        ++message->record->losses.fields;
 }
 
 // Four line feeds are what a line break in a header becomes.
@@ -61,7 +90,11 @@ void readAttachments(Message *message, const Found &found)
 {
     const OlmAttachmentLists lists = olmAttachments(found.value);
     MailMLRC *record = message->record;
+    const QLatin1String itemEnd("</messageAttachment>");
+    record->losses.attachments = found.value.count(itemEnd);
     if (message->pending->belongTo(lists)) {
+        record->losses.attachments -= lists.names.count(QLatin1Char(';'));
+        countCharacters(message, lists.contentIds + lists.contentTypes + lists.names);
         record->pAttachContentIds = lists.contentIds.toLatin1();
         record->pAttachContentTypes = lists.contentTypes.toLatin1();
         record->pAttachNames = lists.names.toLatin1();
@@ -69,7 +102,7 @@ void readAttachments(Message *message, const Found &found)
         record->pAttachSizes = message->pending->sizes.toLatin1();
         record->pAttachOffsets = message->pending->offsets.toLatin1();
         message->attachments = OlmAttachmentMatch::Claimed;
-    } else if (found.value.contains(QLatin1String("</messageAttachment>"))) {
+    } else if (record->losses.attachments > 0) {
         message->attachments = OlmAttachmentMatch::Lost;
     }
     message->pending->clear();
@@ -79,23 +112,34 @@ void readFrom(Message *message, const Found &found)
 {
     constexpr int longest = 99;
     const OlmAddressLists lists = olmSenders(found.value, longest);
-    store(&message->record->szFromAddress, lists.addresses, longest);
-    store(&message->record->szFromName, lists.names, longest);
+    const bool hasAddress = storeWritten(message, &message->record->szFromAddress, lists.addresses, longest);
+    const bool hasName = storeWritten(message, &message->record->szFromName, lists.names, longest);
+    if (hasAddress)
+        countCharacters(message, lastItem(lists.addresses) + (hasName ? lastItem(lists.names) : QString()));
+}
+
+template <int Width>
+void storeRecipients(Message *message, FixedText<Width> *addresses, FixedText<Width> *names,
+                     const OlmAddressLists &lists, int longest)
+{
+    const bool hasAddresses = storeWritten(message, addresses, lists.addresses, longest);
+    const bool hasNames = storeWritten(message, names, lists.names, longest);
+    if (hasAddresses && hasNames && correspond(lists.addresses, lists.names))
+        countCharacters(message, lists.addresses + lists.names);
 }
 
 void readTo(Message *message, const Found &found)
 {
     constexpr int longest = 2999;
     const OlmAddressLists lists = olmRecipients(found.value);
-    store(&message->record->szToAddress, lists.addresses, longest);
-    store(&message->record->szToName, lists.names, longest);
+    storeRecipients(message, &message->record->szToAddress, &message->record->szToName, lists, longest);
 }
 
 void readCc(Message *message, const Found &found)
 {
+    constexpr int longest = 3000;
     const OlmAddressLists lists = olmRecipients(found.value);
-    store(&message->record->szCcAddress, lists.addresses);
-    store(&message->record->szCcName, lists.names);
+    storeRecipients(message, &message->record->szCcAddress, &message->record->szCcName, lists, longest);
 }
 
 void readBcc(Message *message, const Found &found)
@@ -106,6 +150,7 @@ void readBcc(Message *message, const Found &found)
 void readMessageId(Message *message, const Found &found)
 {
     constexpr int longest = 254;
+    message->record->losses.hasSourceId = true;
     QString id = entitiesUndone(found.value);
     if (!id.endsWith(QLatin1Char('>')))
         id.chop(1);
@@ -141,11 +186,13 @@ const Element elements[] = {
     {"OPFMessageCopyFromAddresses", Kind::List, readFrom},
     {"OPFMessageCopyToAddresses", Kind::List, readTo},
     {"OPFMessageCopySentTime", Kind::Plain,
-     [](Message *m, const Found &f) { storeTime(&m->record->szSentTime, f.value); }},
+     [](Message *m, const Found &f) { storeTime(m, &m->record->szSentTime, f.value); }},
     {"OPFMessageCopySubject", Kind::Plain,
-     [](Message *m, const Found &f) { store(&m->record->szSubject, entitiesUndone(unfolded(f.value))); }},
+     [](Message *m, const Found &f) {
+         storeText(m, &m->record->szSubject, entitiesUndone(unfolded(f.value)));
+     }},
     {"OPFMessageCopyThreadTopic", Kind::Plain,
-     [](Message *m, const Found &f) { store(&m->record->szThreadTopic, unfolded(f.value)); }},
+     [](Message *m, const Found &f) { storeText(m, &m->record->szThreadTopic, unfolded(f.value)); }},
     {"OPFMessageCopyMessageID", Kind::Id, readMessageId},
     {"OPFMessageCopyReferences", Kind::Plain,
      [](Message *m, const Found &f) { store(&m->record->szReferences, f.value); }},
@@ -154,7 +201,7 @@ const Element elements[] = {
     {"OPFMessageCopyCCAddresses", Kind::List, readCc},
     {"OPFMessageCopyBCCAddresses", Kind::List, readBcc},
     {"OPFMessageCopyReceivedTime", Kind::Plain,
-     [](Message *m, const Found &f) { storeTime(&m->record->szReceivedTime, f.value); }},
+     [](Message *m, const Found &f) { storeTime(m, &m->record->szReceivedTime, f.value); }},
     {"OPFMessageIsOutgoing", Kind::Plain,
      [](Message *m, const Found &f) { m->record->iIsOutgoing = f.value.toInt(); }},
     {"OPFMessageGetPriority", Kind::Plain, readPriority},

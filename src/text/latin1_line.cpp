@@ -28,16 +28,31 @@ size_t plainSequence(std::string_view text)
     return unusual ? 0 : length;
 }
 
-void appendByToolkit(std::string_view line, bool startsLine, QByteArray *out)
+Latin1Counts appendByToolkit(std::string_view line, bool startsLine, QByteArray *out)
 {
     // The toolkit drops a byte order mark at the front of what it reads; in the middle of a line it is a character.
+    Latin1Counts counts;
     if (!startsLine && line.substr(0, byteOrderMark.size()) == byteOrderMark) {
         *out += '?';
+        ++counts.lost;
         line.remove_prefix(byteOrderMark.size());
     }
-    *out += QString::fromUtf8(line.data(), static_cast<int>(line.size())).toLatin1();
+    const QString text = QString::fromUtf8(line.data(), static_cast<int>(line.size()));
+    *out += text.toLatin1();
+    return counts += latin1Counts(text);
 }
 } // namespace
+
+Latin1Counts latin1Counts(const QString &text)
+{
+    Latin1Counts counts;
+    for (const QChar unit : text)
+        if (unit.unicode() > 0xFF)
+            counts.lost += unit.isLowSurrogate() ? 0 : 1; // its high one has been counted
+        else if (unit.unicode() > 0x7F)
+            ++counts.single;
+    return counts;
+}
 
 Latin1Character latin1Character(std::string_view text)
 {
@@ -49,11 +64,13 @@ Latin1Character latin1Character(std::string_view text)
     character.given = character.taken == 4 ? 2 : 1;
     character.bytes[0] = character.taken == 2 && code <= 0xFF ? static_cast<char>(code) : '?';
     character.bytes[1] = '?';
+    (character.bytes[0] == '?' ? character.counts.lost : character.counts.single) = 1;
     return character;
 }
 
-void appendAsLatin1(std::string_view line, bool startsLine, QByteArray *out)
+Latin1Counts appendAsLatin1(std::string_view line, bool startsLine, QByteArray *out)
 {
+    Latin1Counts counts;
     const int before = out->size();
     std::string_view rest = line;
     if (startsLine && rest.substr(0, byteOrderMark.size()) == byteOrderMark)
@@ -69,12 +86,13 @@ void appendAsLatin1(std::string_view line, bool startsLine, QByteArray *out)
         const Latin1Character character = latin1Character(rest);
         if (character.taken == 0) {
             out->resize(before);
-            appendByToolkit(line, startsLine, out);
-            return;
+            return appendByToolkit(line, startsLine, out);
         }
         for (size_t i = 0; i < character.given; ++i)
             *to++ = character.bytes[i];
+        counts += character.counts;
         rest.remove_prefix(character.taken);
     }
     out->resize(static_cast<int>(to - out->data()));
+    return counts;
 }

@@ -11,6 +11,13 @@ QString lastItem(const QString &list)
     return item.remove(separator);
 }
 
+bool correspond(const QString &addresses, const QString &names)
+{
+    const QChar separator = QLatin1Char(';');
+    const int items = entitiesUndone(addresses).count(separator);
+    return items > 0 && items == entitiesUndone(names).count(separator);
+}
+
 QString entitiesUndone(QString text)
 {
     return text.replace(QLatin1String("&lt;"), QLatin1String("<"))
