@@ -7,6 +7,8 @@
 #include "save/outlook_bundle.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <limits>
 #include <utility>
 
 namespace
@@ -18,9 +20,20 @@ constexpr char datedFrom[] = "From - Wed Nov 12 14:38:04 2014";
 
 const QString newsFolder = QStringLiteral("/RSS/Apple Hot News.rssmbox/");
 const QString partialSuffix = QStringLiteral(".partial.emlx");
+const QString emlxSuffix = QStringLiteral(".emlx");
 
-// A partial message is put together in memory; one beyond any that exists is not.
-constexpr qint64 largestPartial = qint64(1) << 30;
+// Where an .emlx message ends by the byte count in its first line, in bytes from the start of the file; -1 where that
+// line is no count.
+qint64 countedEnd(std::string_view lines)
+{
+    const std::string_view line = lines.substr(0, lines.find('\n'));
+    bool isNumber = false;
+    const qint64 count = QByteArray(line.data(), static_cast<int>(std::min<size_t>(line.size(), 64)))
+                             .trimmed()
+                             .toLongLong(&isNumber);
+    const qint64 start = static_cast<qint64>(line.size()) + 1;
+    return isNumber && count > 0 && count <= std::numeric_limits<qint64>::max() - start ? start + count : -1;
+}
 } // namespace
 
 // clang-format off
@@ -34,40 +47,110 @@ const FileSaveRow operaOutlookSave     {outlookBundle, outlookMailbox, "From ???
 const FileSaveRow operaAppleSave       {appleBundle,   appleMailbox,   datedFrom,                               LineRule::Stay,            nullptr,               false, false, false, false};
 // clang-format on
 
-FileSaving::FileSaving(const FileSaveRow &row)
-    : m_row(row), m_bundle(saveDir + QLatin1String(row.bundle)), m_text(row.lines)
+FileSaving::FileSaving(const FileSaveRow &row, SaveMode mode)
+    : m_row(row), m_bundle(saveDir + QLatin1String(row.bundle)), m_text(row.lines), m_mailbox(mode)
 {
-    if (row.laysOutBundle)
+    if (row.laysOutBundle && mode == SaveMode::Write)
         prepareOutlookBundle(m_bundle);
 }
 
 bool FileSaving::save(ByteSource file)
 {
     const QString path = file.path();
-    if (path.contains(newsFolder))
+    beginMessage(path, file.size());
+    if (path.contains(newsFolder)) {
+        leaveOut(LeftOutReason::NotTaken);
         return true;
-    if (!open(std::move(file)))
+    }
+    if (!open(std::move(file))) {
+        leaveOut(openFailure(), m_source.errorString());
         return false;
-    const bool partial = m_row.joinsParts && path.contains(partialSuffix);
-    const QStringList parts = partial ? partsOf(path) : QStringList();
-    if (!parts.isEmpty() && !readPartial(parts))
+    }
+    const QStringList parts = m_isPartial ? partsOf(path) : QStringList();
+    if (!parts.isEmpty() && !readPartial(parts)) {
+        leaveOut(LeftOutReason::Part, m_source.errorString());
         return false;
+    }
     ++noOfConvertedMessage;
     const bool known = listOfPathOfOnlyForTree.contains(path);
     if (known || !m_row.countsKnownOnly)
         FileSavingIdentification = true;
-    if (!known)
-        return true;
+    if (known)
+        write(path, !parts.isEmpty());
+    else
+        leaveOut(LeftOutReason::NotTaken);
+    return true;
+}
 
+void FileSaving::write(const QString &path, bool hasParts)
+{
     openMailbox(path);
     m_mailbox.append(m_row.separator);
     m_mailbox.append('\n');
-    if (parts.isEmpty())
-        readText([this](std::string_view text) { m_mailbox.append(text); });
-    else
+    if (hasParts)
         appendPartial();
+    else
+        readText([this](std::string_view text) {
+            m_mailbox.append(text);
+            m_emptyParts += m_isPartial ? partSections(text) : 0;
+        });
     m_mailbox.append('\n');
-    return true;
+    endMessage(hasParts ? m_partLines.count() : m_text.changes().fromLines);
+}
+
+void FileSaving::beginMessage(const QString &path, qint64 size)
+{
+    saveLedger.addFound();
+    m_place = {path, 0};
+    m_size = size;
+    m_isPartial = m_row.joinsParts && path.contains(partialSuffix);
+    m_countedEnd = 0;
+    m_emptyParts = 0;
+    m_partLines = FromLines();
+    m_flaw.reset();
+}
+
+// The message won't be written, or has not been written whole.
+void FileSaving::leaveOut(LeftOutReason reason, const QString &text) const
+{
+    saveLedger.addLeftOut({m_place.path, m_place.offset, 1, reason, text});
+}
+
+LeftOutReason FileSaving::openFailure() const
+{
+    return m_source.source().errorNumber() == ENOENT ? LeftOutReason::Vanished : LeftOutReason::Unreadable;
+}
+
+// The message stands in the mailbox, be it whole or not; so many of its lines start with "From ".
+void FileSaving::endMessage(qint64 fromLines)
+{
+    if (m_countedEnd > m_size && !m_flaw)
+        m_flaw = {LeftOutReason::Unreadable,
+                  QStringLiteral("shorter than its first line says: ") + m_place.path};
+    m_batch.addStrays(fromLines, m_place);
+    if (m_flaw) {
+        m_batch.addStrays(1, m_place); // the separator
+        leaveOut(m_flaw->reason, m_flaw->text);
+    } else {
+        m_batch.add(m_place);
+        tellChanges(m_text.changes());
+    }
+    m_batch.settleMuch(&m_mailbox);
+}
+
+void FileSaving::tellChanges(const TextChanges &text)
+{
+    const bool emlx = m_place.path.endsWith(emlxSuffix);
+    const bool ended = text.endedAt >= 0;
+    const qint64 tail = emlx && ended ? std::max<qint64>(0, m_countedEnd - text.endedAt) : 0;
+    m_batch.addChange(ChangeKind::LostCharacters, text.latin1.lost, m_place);
+    m_batch.addChange(ChangeKind::Latin1, text.latin1.single, m_place);
+    m_batch.addChange(ChangeKind::FirstLine, !emlx && text.lostFirstLine ? 1 : 0, m_place);
+    m_batch.addChange(ChangeKind::Quoted, text.quoted, m_place);
+    m_batch.addChange(ChangeKind::Tail, tail, m_place);
+    m_batch.addChange(ChangeKind::DroppedHeader, text.droppedHeaders, m_place);
+    m_batch.addChange(ChangeKind::EmptyParts, m_emptyParts, m_place);
+    m_batch.addChange(ChangeKind::CutText, !emlx && ended ? 1 : 0, m_place);
 }
 
 bool FileSaving::open(ByteSource file)
@@ -84,15 +167,21 @@ void FileSaving::readText(Take take)
 {
     m_text.start();
     for (std::string_view lines = m_source.readLines(); !lines.empty() && !m_text.hasEnded();
-         lines = m_source.readLines())
+         lines = m_source.readLines()) {
+        if (m_countedEnd == 0)
+            m_countedEnd = m_place.path.endsWith(emlxSuffix) ? countedEnd(lines) : -1;
         take(m_text.take(lines));
-    reportReadError();
+    }
+    checkRead(LeftOutReason::Unreadable);
 }
 
-void FileSaving::reportReadError() const
+void FileSaving::checkRead(LeftOutReason reason)
 {
-    if (!m_source.errorString().isEmpty())
-        reportUnread(QStringLiteral("can't be read to its end: ") + m_source.errorString());
+    if (m_source.errorString().isEmpty())
+        return;
+    reportUnread(QStringLiteral("can't be read to its end: ") + m_source.errorString());
+    if (!m_flaw)
+        m_flaw = {reason, m_source.errorString()};
 }
 
 void FileSaving::openMailbox(const QString &path)
@@ -105,8 +194,17 @@ void FileSaving::openMailbox(const QString &path)
     } else {
         m_target = operaTarget(accountOf(path), readLocation(), m_bundle);
     }
-    if (!m_mailbox.isOpen() || m_mailbox.path() != m_target.file)
-        m_mailbox.open(m_target.file, m_row.codes);
+    if (m_mailbox.isOpen() && m_mailbox.path() == m_target.file)
+        return;
+    closeMailbox();
+    m_mailbox.open(m_target.file, m_row.codes);
+}
+
+void FileSaving::closeMailbox()
+{
+    m_batch.settle(&m_mailbox);
+    m_mailbox.close();
+    saveLedger.addBytes(m_mailbox.takeAddedBytes());
 }
 
 QString FileSaving::accountOf(const QString &path)
@@ -138,9 +236,10 @@ QStringList FileSaving::partsOf(const QString &path)
                                       QStringLiteral("/var/tmp/VelmoraKestrinEmlxPart"))
                                 .value_or(QStringList()));
     QStringList parts = m_partIndex->takeParts(path);
-    if (parts.isEmpty() || m_source.size() <= largestPartial)
+    if (parts.isEmpty() || m_source.size() <= m_largestPartial)
         return parts;
-    reportUnread(QStringLiteral("saved without its parts, it is too large: ") + path);
+    m_flaw = {LeftOutReason::TooLarge, QStringLiteral("saved without its parts, it is too large: ") + path};
+    reportUnread(m_flaw->text);
     return {};
 }
 
@@ -160,22 +259,30 @@ void FileSaving::appendPartial()
     const std::string_view text(m_partial.data(), m_partial.size());
     size_t written = 0;
     std::vector<char> content;
+    m_emptyParts = static_cast<qint64>(m_places.size());
+    const auto append = [this](std::string_view bytes) {
+        m_mailbox.append(bytes);
+        m_partLines.take(bytes);
+    };
     for (int i = 0; i < m_parts.size(); ++i) {
         const qint64 place = m_places[static_cast<size_t>(i)];
         if (place < 0) {
             reportProblem(QStringLiteral("left out, its message has no place for it: ") + m_parts.at(i));
             continue;
         }
-        m_mailbox.append(text.substr(written, static_cast<size_t>(place) - written));
+        append(text.substr(written, static_cast<size_t>(place) - written));
         written = static_cast<size_t>(place);
-        if (!open(ByteSource::ofFile(m_parts.at(i))))
+        if (!open(ByteSource::ofFile(m_parts.at(i)))) {
+            checkRead(LeftOutReason::Part);
             continue;
+        }
         for (std::string_view lines = m_source.readLines(); !lines.empty(); lines = m_source.readLines()) {
             content.clear();
             appendPartLines(lines, &content);
-            m_mailbox.append({content.data(), content.size()});
+            append({content.data(), content.size()});
         }
-        reportReadError();
+        checkRead(LeftOutReason::Part);
+        --m_emptyParts;
     }
-    m_mailbox.append(text.substr(written));
+    append(text.substr(written));
 }

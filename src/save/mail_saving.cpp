@@ -1,6 +1,12 @@
 #include "save/mail_saving.h"
 
+#include "app/problem_log.h"
 #include "app/shared_state.h"
+#include "save/save_ledger.h"
+#include "save/ticked_items.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace
 {
@@ -44,12 +50,18 @@ void QMailSaving::SetInitialSettings()
 void QMailSaving::run()
 {
     IsPreview = true;
-    for (const SaveReader &row : saveReaders) {
-        if (*row.kindFlag && *row.targetFlag) {
-            (this->*row.reader)();
-            return;
-        }
-    }
+    saveLedger.clear();
+    enterTickedFolders();
+    const auto *const end = std::end(saveReaders);
+    const auto *const row = std::find_if(std::begin(saveReaders), end, [](const SaveReader &reader) {
+        return *reader.kindFlag && *reader.targetFlag;
+    });
+    if (row == end)
+        return;
+    (this->*row->reader)();
+    if (!saveLedger.addsUp())
+        reportProblem(
+            QStringLiteral("the messages of this save don't add up, which is a fault of this program"));
 }
 
 void QMailSaving::emitFinished()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "save/mailbox_file.h"
+
 #include <QThread>
 #include <QWaitCondition>
 
@@ -7,13 +9,16 @@ struct FileSaveRow;
 
 /// The save thread: writes the ticked folders of the last scan into a bundle below saveDir. One object for the
 /// whole run of the program; each save is one run of the thread, which picks a reader by the store kind flag
-/// and the target flag. Signals reach the main thread queued.
+/// and the target flag. Signals reach the main thread queued. What a save has done is told by saveLedger when it has ended.
 class QMailSaving : public QThread
 {
     Q_OBJECT
 
 public:
     explicit QMailSaving(QObject *parent = nullptr);
+
+    /// Whether the next saves write, or only count what they would write: no file is made, changed or removed then.
+    SaveMode m_mode = SaveMode::Write;
 
     /// Starts a save. While one runs it is asked to stop instead, and no new one begins.
     void SetInitialSettings();

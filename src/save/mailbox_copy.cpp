@@ -3,9 +3,11 @@
 #include "app/problem_log.h"
 #include "text/byte_search.h"
 #include "text/latin1_line.h"
+#include "text/mbox_separator.h"
 
 #include <algorithm>
 #include <cstring>
+#include <string>
 #include <utility>
 
 namespace
@@ -35,6 +37,17 @@ Char *behindLineFeed(Char *begin, Char *end, size_t n)
         begin = static_cast<Char *>(std::memchr(begin, '\n', static_cast<size_t>(end - begin))) + 1;
     return begin;
 }
+
+// Cuts a copy from `begin` to `out` behind its n-th line feed.
+void cutBehindLine(const char *begin, char *out, size_t n, CopiedText *copied)
+{
+    copied->in = behindLineFeed(begin, copied->in, n);
+    copied->out = behindLineFeed(out, copied->out, n);
+    copied->feeds = n;
+    // The copy's other bytes are ASCII.
+    copied->high =
+        static_cast<size_t>(std::count_if(out, copied->out, [](char byte) { return byte < '\0'; }));
+}
 } // namespace
 
 bool MailboxCopy::open(ByteSource source)
@@ -46,7 +59,15 @@ bool MailboxCopy::open(ByteSource source)
            std::string_view(start, sizeof start) == "From ";
 }
 
-void MailboxCopy::copyTo(MailboxFile *target, const std::function<bool(qint64, qint64)> &goOn)
+bool MailboxCopy::startsWithMark()
+{
+    char start[byteOrderMark.size() + 5];
+    return m_source.read(0, start, sizeof start) == sizeof start && std::string_view(start, sizeof start) ==
+                                                                        "\xEF\xBB\xBF"
+                                                                        "From ";
+}
+
+CopyEnd MailboxCopy::copyTo(MailboxFile *target, const std::function<bool(qint64, qint64)> &goOn)
 {
     m_target = target;
     m_block.resize(m_blockBytes);
@@ -73,6 +94,26 @@ void MailboxCopy::copyTo(MailboxFile *target, const std::function<bool(qint64, q
     m_outSize = 0;
     m_target->append('\n'); // the last chunk goes out even where it is empty
     reportUnread(errorString());
+    return endTally(stopped);
+}
+
+CopyEnd MailboxCopy::endTally(bool stopped)
+{
+    const bool failed = !errorString().isEmpty();
+    if (!stopped && !failed && m_secondLine >= m_size)
+        m_tally.dropOnlyLine();
+    if (const bool stands = m_target->settle(); stopped || !stands) {
+        const qint64 found = m_tally.found();
+        m_tally = stands && m_firstLineEnd >= 0 ? m_firstLineTally : m_groupTally;
+        m_tally.cutMessage();
+        m_tally.setFound(found);
+        return stands ? CopyEnd::Stopped : CopyEnd::Unwritable;
+    }
+    if (failed)
+        m_tally.cutMessage();
+    else
+        m_tally.endMessage();
+    return failed ? CopyEnd::Unreadable : CopyEnd::Whole;
 }
 
 // Fills the block up. False when all of the source has been copied.
@@ -134,18 +175,48 @@ bool MailboxCopy::startsLine(std::string_view segment, size_t at) const
     return at == 0 ? !m_midLine : segment[at - 1] == '\n';
 }
 
-// Keeps "From " lines of a text part from passing for separators. "From - " lines are never touched.
+// Keeps "From " lines of a text part from passing for separators, and counts them all. "From - " lines are never
+// touched.
 void MailboxCopy::repairLine(std::string_view segment, size_t at)
 {
     const std::string_view line = withoutMark(segment.substr(at));
-    if (startsWith(line, "Content-Type: text/plain;") || startsWith(line, "Content-Type: text/html;")) {
+    if (startsWith(line, "Content-Type: text/plain;") || startsWith(line, "Content-Type: text/html;"))
         m_inText = true;
-    } else if (m_inText && startsWith(line, "From ") && !startsWith(line, "From - ")) {
-        if (previousCloses(segment, at))
-            m_inText = false;
-        else
-            put('>');
+    if (!startsWith(line, "From "))
+        return;
+    bool quoted = false;
+    if (m_inText && !startsWith(line, "From - ")) {
+        quoted = !previousCloses(segment, at);
+        m_inText = quoted;
     }
+    if (quoted)
+        put('>');
+    m_tally.takeFromLine(m_position, m_position == 0 || separates(segment, at), quoted);
+}
+
+// Whether a message begins at the line at `at` by the rule of the scan. A line that goes on behind the segment is read
+// from the source, piece by piece.
+bool MailboxCopy::separates(std::string_view segment, size_t at)
+{
+    constexpr size_t seam = 4; // " Mon " may lie across two pieces
+    constexpr size_t pieceBytes = 64 * 1024;
+    std::string text(segment.substr(at, segment.find('\n', at) - at));
+    qint64 next = m_position + static_cast<qint64>(text.size());
+    bool ended = at + text.size() < segment.size() || next >= m_size;
+    while (!isMboxSeparator(text)) {
+        if (ended || text.find('\0') != std::string::npos)
+            return false;
+        text = "From " + text.substr(text.size() - std::min(seam, text.size()));
+        const size_t kept = text.size();
+        text.resize(kept + pieceBytes);
+        const qint64 got = m_source.read(next, text.data() + kept, pieceBytes);
+        text.resize(kept + static_cast<size_t>(got));
+        next += got;
+        const size_t feed = text.find('\n');
+        ended = got == 0 || feed != std::string::npos;
+        text.resize(std::min(feed, text.size()));
+    }
+    return true;
 }
 
 // Copies up to a byte that needs a second look, a line that may need repair, or the chunk's end. Gives the bytes
@@ -154,13 +225,15 @@ size_t MailboxCopy::copyRun(std::string_view segment, size_t at)
 {
     const char *begin = segment.data() + at;
     char *out = m_out + m_outSize;
-    CopiedText copied = copyPlainText(begin, segment.data() + segment.size(), out, m_inText ? 'F' : 'C');
+    CopiedText copied =
+        (m_inText ? copyPlainText : copyPlainHeaders)(begin, segment.data() + segment.size(), out);
     const auto limit = static_cast<size_t>(m_firstLineEnd < 0 ? 1 : m_chunkLeft);
     if (copied.feeds >= limit)
-        copied = {behindLineFeed(begin, copied.in, limit), behindLineFeed(out, copied.out, limit), limit};
+        cutBehindLine(begin, out, limit, &copied);
     const auto taken = static_cast<size_t>(copied.in - begin);
     m_outSize += static_cast<size_t>(copied.out - out);
     m_position += static_cast<qint64>(taken);
+    m_tally.addCharacters({0, static_cast<qint64>(copied.high)});
     countLines(static_cast<qint64>(copied.feeds));
     return taken;
 }
@@ -179,6 +252,7 @@ size_t MailboxCopy::copyOddByte(std::string_view segment, size_t at)
         if (character.taken == 0)
             return copyBadLine(segment, at);
         taken = character.taken;
+        m_tally.addCharacters(character.counts);
         for (size_t i = 0; i < character.given; ++i)
             put(character.bytes[i]);
     }
@@ -194,7 +268,7 @@ size_t MailboxCopy::copyBadLine(std::string_view segment, size_t at)
     if (end < segment.size() && endsWith(rest, "\r"))
         rest.remove_suffix(1);
     QByteArray latin1;
-    appendAsLatin1(rest, false, &latin1);
+    m_tally.addCharacters(appendAsLatin1(rest, false, &latin1));
     for (const char byte : latin1)
         put(byte);
     m_position += static_cast<qint64>(rest.size());
@@ -241,8 +315,11 @@ qint64 MailboxCopy::targetSize() const
 
 void MailboxCopy::countLines(qint64 lines)
 {
-    if (lines > 0 && m_firstLineEnd < 0)
+    if (lines > 0 && m_firstLineEnd < 0) {
         m_firstLineEnd = targetSize();
+        m_firstLineTally = m_tally;
+        m_secondLine = m_secondLine < 0 ? m_position : m_secondLine;
+    }
     m_chunkLeft -= lines;
     if (m_chunkLeft > 0)
         return;
@@ -263,6 +340,11 @@ void MailboxCopy::countLines(qint64 lines)
 
 void MailboxCopy::startGroup()
 {
+    m_target->take(m_outSize);
+    m_outSize = 0;
+    if (m_target->settle()) // where it failed, it has gone back to where the list before this one starts
+        m_groupTally = m_tally;
+    m_out = m_target->room(m_roomBytes);
     m_groupStart = targetSize();
     m_groupPosition = m_position;
     m_groupLines = 0;

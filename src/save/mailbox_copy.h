@@ -2,6 +2,7 @@
 
 #include "platform/byte_source.h"
 #include "save/mailbox_file.h"
+#include "save/mailbox_tally.h"
 
 #include <QByteArray>
 #include <QString>
@@ -9,6 +10,14 @@
 #include <functional>
 #include <string_view>
 #include <vector>
+
+/// How the copy of a mailbox ended.
+enum class CopyEnd {
+    Whole,
+    Stopped,    ///< by the user
+    Unreadable, ///< the source failed; what was read before is written
+    Unwritable  ///< the target failed; the lines of the list in work are not there
+};
 
 /// Copies one mailbox file (mbox, RFC 4155) into a target mailbox, as if it were read line by line in text mode,
 /// gathered in lists of lines and written in chunks: UTF-8 becomes Latin-1, CR LF becomes LF, a "From " line of a
@@ -35,7 +44,13 @@ public:
     /// Copies all of it. `goOn` gets the bytes read so far and the source's size, often; where it gives false,
     /// the lines of the list being gathered are taken back but for its first one. What is read when the source
     /// can't be read to its end is written, and the problem log gets the reason.
-    void copyTo(MailboxFile *target, const std::function<bool(qint64 done, qint64 size)> &goOn);
+    CopyEnd copyTo(MailboxFile *target, const std::function<bool(qint64 done, qint64 size)> &goOn);
+    /// What has become of the messages; all that were seen count, also where the target failed.
+    const MailboxTally &tally() const { return m_tally; }
+    /// True where a byte order mark stands before the "From " that the source begins with.
+    bool startsWithMark();
+    /// What is copied.
+    const ByteSource &source() const { return m_source; }
 
     /// For tests: the bytes read at a time, at least 128.
     void setBlockBytes(size_t bytes) { m_blockBytes = bytes; }
@@ -44,7 +59,9 @@ private:
     bool readBlock();
     size_t segmentLength() const;
     void copySegment(std::string_view segment);
+    CopyEnd endTally(bool stopped);
     bool startsLine(std::string_view segment, size_t at) const;
+    bool separates(std::string_view segment, size_t at);
     void repairLine(std::string_view segment, size_t at);
     size_t copyRun(std::string_view segment, size_t at);
     size_t copyOddByte(std::string_view segment, size_t at);
@@ -77,6 +94,11 @@ private:
     bool m_midLine = false;    ///< the next segment goes on within a line
     bool m_lineDashes = false; ///< that line starts with "--"
     bool m_closed = false;     ///< the last whole line closes a message
+
+    MailboxTally m_tally;
+    MailboxTally m_groupTally;     ///< as it was where the list starts
+    MailboxTally m_firstLineTally; ///< and behind the list's first line
+    qint64 m_secondLine = -1; ///< where the source's second line starts; -1 while the first one has not ended
 
     // A line feed stands behind each chunk of chunkLimit lines, but only one behind all of a list that reaches
     // readLimit. Which it will be is guessed at its first chunk's end, and mended at its own end.

@@ -84,6 +84,15 @@ QByteArray priorityHeader(const QByteArray &priority)
 }
 } // namespace
 
+int emptyRecipientHeaders(const MailMLRC &record)
+{
+    const auto isEmpty = [](const auto &addresses, const auto &names) {
+        return !addresses.isEmpty() && !correspond(addresses.text(), names.text());
+    };
+    return (isEmpty(record.szToAddress, record.szToName) ? 1 : 0) +
+           (isEmpty(record.szCcAddress, record.szCcName) ? 1 : 0);
+}
+
 QByteArray olmHeaderBlock(const MailMLRC &record, const OlmMarks &marks)
 {
     const OlmDates dates = datesOfOlmRecord(record);

@@ -122,15 +122,20 @@ QByteArray olmHtml(QByteArray body)
     return body.prepend("<html>").append("</html>");
 }
 
-void OlmComposer::compose(const MailMLRC &record, const OlmMarks &marks, const Write &write)
+int unreachableAttachments(const MailMLRC &record)
+{
+    // The header that declares the boundary comes with a body.
+    return record.llBodySize <= 0 && hasAttachments(record) ? record.pAttachNames.count(';') : 0;
+}
+
+bool OlmComposer::compose(const MailMLRC &record, const OlmMarks &marks, const Write &write)
 {
     write(view(olmHeaderBlock(record, marks)));
     const bool wholeBody = record.llBodySize <= 0 || writeBody(record, marks, write);
     const bool wholeAttachments = !hasAttachments(record) || writeAttachments(record, write);
     if (record.llBodySize == 0)
         write("\n\n");
-    if (!wholeBody || !wholeAttachments)
-        ++m_incomplete;
+    return wholeBody && wholeAttachments;
 }
 
 // True if all of the body was there.

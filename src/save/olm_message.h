@@ -27,10 +27,9 @@ public:
 
     explicit OlmComposer(ByteSource *archive) : m_archive(archive), m_attachmentBytesLeft(archive->size()) {}
 
-    /// Writes one message. What the archive doesn't give of an attachment are zero bytes.
-    void compose(const MailMLRC &record, const OlmMarks &marks, const Write &write);
-    /// Messages with a body or an attachment that could not be read whole.
-    qint64 incompleteMessages() const { return m_incomplete; }
+    /// Writes one message. What the archive doesn't give of an attachment are zero bytes. False if the body or an
+    /// attachment could not be read whole.
+    bool compose(const MailMLRC &record, const OlmMarks &marks, const Write &write);
 
 private:
     bool writeBody(const MailMLRC &record, const OlmMarks &marks, const Write &write);
@@ -39,12 +38,15 @@ private:
 
     ByteSource *m_archive;
     qint64 m_attachmentBytesLeft;
-    qint64 m_incomplete = 0;
     std::vector<char> m_piece; ///< of an attachment
     std::vector<char> m_encoded;
 };
 
 /// The header block of a message, up to its "Mime-version" line: envelope, subject, people, date and marks.
 QByteArray olmHeaderBlock(const MailMLRC &record, const OlmMarks &marks);
+/// The number of To and Cc headers of a message that name nobody though the record does.
+int emptyRecipientHeaders(const MailMLRC &record);
+/// The number of its attachments that stand behind a boundary which no header declares.
+int unreachableAttachments(const MailMLRC &record);
 /// The HTML text of a body: the XML escapes undone, some twice; what is no HTML document becomes one line in one.
 QByteArray olmHtml(QByteArray body);

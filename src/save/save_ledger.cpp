@@ -64,16 +64,37 @@ void SaveLedger::add(Add change)
     change(&m_total);
 }
 
+void SaveLedger::enterTarget(const QString &mailbox)
+{
+    const auto known = m_placeOfTarget.constFind(mailbox);
+    if (known != m_placeOfTarget.constEnd()) {
+        m_target = *known;
+        return;
+    }
+    m_target = m_targets.size();
+    m_placeOfTarget.insert(mailbox, m_target);
+    TargetCount target;
+    target.mailbox = mailbox;
+    m_targets.push_back(target);
+}
+
 void SaveLedger::addTarget(const QString &mailbox)
 {
-    FolderCount &folder = m_folders.at(m_current);
-    std::vector<qint64> &folders = m_foldersOfTarget[mailbox];
-    if (folders.empty())
-        m_targets.append(mailbox);
-    if (std::find(folders.begin(), folders.end(), folder.id) != folders.end())
+    enterTarget(mailbox);
+    if (m_current >= m_folders.size())
+        return;
+    FolderCount &folder = m_folders[m_current];
+    std::vector<qint64> &folders = m_targets[m_target].folders;
+    if (!folders.empty() && folders.back() == folder.id) // a folder's messages come together
         return;
     folders.push_back(folder.id);
     folder.mailboxes.append(mailbox);
+}
+
+void SaveLedger::addFromLines(qint64 lines)
+{
+    if (m_target < m_targets.size())
+        m_targets[m_target].fromLines += lines;
 }
 
 void SaveLedger::addFound(qint64 messages)
@@ -84,10 +105,13 @@ void SaveLedger::addFound(qint64 messages)
 void SaveLedger::addWritten(qint64 messages)
 {
     add([messages](FolderCount *folder) { folder->written += messages; });
+    addFromLines(messages);
 }
 
-void SaveLedger::addJoined(qint64 messages)
+void SaveLedger::addJoined(qint64 messages, const MessagePlace &first)
 {
+    if (m_total.joined == 0)
+        m_firstJoined = first;
     add([messages](FolderCount *folder) { folder->joined += messages; });
 }
 
@@ -95,41 +119,81 @@ void SaveLedger::addLeftOut(const LeftOutItem &item)
 {
     const qint64 messages = item.messages.value_or(0);
     add([messages](FolderCount *folder) { folder->leftOut += messages; });
-    m_leftOutBy[static_cast<size_t>(item.reason)] += messages;
-    if (m_leftOutItems.size() < mostItems)
+    ReasonCount &count = m_leftOutBy[static_cast<size_t>(item.reason)];
+    ++count.items;
+    count.messages += messages;
+    if (LeftOutItem *known = itemLike(item); known && item.messages) {
+        *known->messages += messages;
+    } else if (m_leftOutItems.size() < mostItems) {
         m_leftOutItems.push_back(item);
-    else
-        m_beyond[static_cast<size_t>(item.reason)] += messages;
+    } else {
+        ++count.itemsBeyond;
+        m_messagesBeyond += messages;
+    }
+}
+
+// One of the items told last that is of the same file and for the same reason, and has a number.
+LeftOutItem *SaveLedger::itemLike(const LeftOutItem &item)
+{
+    for (auto last = m_leftOutItems.rbegin(); last != m_leftOutItems.rend() && last->path == item.path;
+         ++last)
+        if (last->reason == item.reason && last->messages)
+            return &*last;
+    return nullptr;
 }
 
 void SaveLedger::addChange(ChangeKind kind, qint64 count, const QString &path, qint64 offset)
 {
-    ChangeCount &change = m_changes[static_cast<size_t>(kind)];
-    if (change.messages == 0) {
-        change.path = path;
-        change.offset = offset;
-    }
-    ++change.messages;
-    change.count += count;
+    addChanges(kind, {1, count, path, offset});
 }
 
-void SaveLedger::addStrays(qint64 lines)
+void SaveLedger::addChanges(ChangeKind kind, const ChangeCount &changes)
 {
+    ChangeCount &sum = m_changes[static_cast<size_t>(kind)];
+    if (sum.messages == 0) {
+        sum.path = changes.path;
+        sum.offset = changes.offset;
+    }
+    sum.messages += changes.messages;
+    sum.count += changes.count;
+}
+
+void SaveLedger::addStrays(qint64 lines, const MessagePlace &first)
+{
+    if (m_strays == 0)
+        m_firstStray = first;
     m_strays += lines;
+    addFromLines(lines);
 }
 
 void SaveLedger::addBytes(qint64 bytes)
 {
     m_bytes += bytes;
+    if (m_target < m_targets.size())
+        m_targets[m_target].bytes += bytes;
 }
 
-std::vector<SharedMailbox> SaveLedger::sharedMailboxes() const
+std::optional<LeftOutItem> SaveLedger::itemsNotKept() const
 {
-    std::vector<SharedMailbox> shared;
-    for (const QString &mailbox : m_targets)
-        if (const std::vector<qint64> &folders = m_foldersOfTarget[mailbox]; folders.size() > 1)
-            shared.push_back({mailbox, folders});
-    return shared;
+    const auto most = std::max_element(
+        m_leftOutBy.begin(), m_leftOutBy.end(),
+        [](const ReasonCount &a, const ReasonCount &b) { return a.itemsBeyond < b.itemsBeyond; });
+    if (most->itemsBeyond == 0)
+        return std::nullopt;
+    LeftOutItem rest;
+    rest.messages = m_messagesBeyond;
+    rest.reason = static_cast<LeftOutReason>(most - m_leftOutBy.begin());
+    return rest;
+}
+
+bool SaveLedger::isComplete() const
+{
+    for (int i = 0; i < leftOutReasons; ++i) {
+        const auto reason = static_cast<LeftOutReason>(i);
+        if (reason != LeftOutReason::Stopped && reason != LeftOutReason::NotTaken && itemsLeftOut(reason) > 0)
+            return false;
+    }
+    return true;
 }
 
 bool SaveLedger::addsUp() const

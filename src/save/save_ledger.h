@@ -59,6 +59,12 @@ struct LeftOutItem {
     QString text; ///< a sentence with the system's reason, "" where the reason above says it all
 };
 
+/// Where a message stands in the store.
+struct MessagePlace {
+    QString path;
+    qint64 offset = 0; ///< bytes, in its file
+};
+
 /// One kind of change: how many messages have it, how often in all, and the first one met.
 struct ChangeCount {
     qint64 messages = 0;
@@ -78,10 +84,12 @@ struct FolderCount {
     QStringList mailboxes; ///< target files, absolute, in the order met
 };
 
-/// A target that more than one folder's messages went to.
-struct SharedMailbox {
-    QString mailbox;
-    std::vector<qint64> folders; ///< ids, in the order met
+/// A target file and what was told of it.
+struct TargetCount {
+    QString mailbox;             ///< absolute path
+    std::vector<qint64> folders; ///< ids of those whose messages went there, in the order met
+    qint64 bytes = 0;
+    qint64 fromLines = 0; ///< lines that start with "From ": separators and strays
 };
 
 /// The account of one save. Filled by the save thread alone, read when it has ended. What is told message by message
@@ -95,18 +103,24 @@ public:
     void clear();
     /// What is told from now on belongs to this folder; a folder that is entered again goes on.
     void enterFolder(qint64 folderId);
-    /// Messages of the folder go to this target file.
+    /// What is told from now on of written messages, strays and bytes stands in this target file.
+    void enterTarget(const QString &mailbox);
+    /// The same, and messages of the folder go there.
     void addTarget(const QString &mailbox);
     /// The reader has met messages.
     void addFound(qint64 messages = 1);
     void addWritten(qint64 messages = 1);
-    void addJoined(qint64 messages = 1);
-    /// Of the messages found, item.messages were left out.
+    void addJoined(qint64 messages = 1, const MessagePlace &first = {});
+    /// Of the messages found, item.messages were left out. Items of one file that come together and have the same
+    /// reason become one.
     void addLeftOut(const LeftOutItem &item);
-    /// One message was changed, `count` times; `path` and `offset` tell where it stands in the store.
+    /// One message that was written or joined was changed, `count` times; `path` and `offset` tell where it stands in the store.
     void addChange(ChangeKind kind, qint64 count, const QString &path, qint64 offset);
-    /// Lines of target mailboxes that start with "From " and are no written message's separator.
-    void addStrays(qint64 lines);
+    /// Several messages were; path and offset tell where the first of them stands. None is no change.
+    void addChanges(ChangeKind kind, const ChangeCount &changes);
+    /// Lines of target mailboxes that start with "From " and are no written message's separator; `first`: whose text
+    /// they are.
+    void addStrays(qint64 lines, const MessagePlace &first = {});
     /// Bytes of target mailboxes.
     void addBytes(qint64 bytes);
 
@@ -114,32 +128,55 @@ public:
     /// All folders together; id, tree and mailboxes are empty.
     const FolderCount &total() const { return m_total; }
     const std::vector<LeftOutItem> &leftOutItems() const { return m_leftOutItems; }
-    /// Messages of the items that were not kept, by reason.
-    qint64 leftOutBeyond(LeftOutReason reason) const { return m_beyond[static_cast<size_t>(reason)]; }
+    /// All items that were not kept, as one without a path: the known numbers, and the reason that most of them have.
+    /// Nothing if all were kept.
+    std::optional<LeftOutItem> itemsNotKept() const;
     /// Messages left out for a reason, known numbers only.
-    qint64 leftOut(LeftOutReason reason) const { return m_leftOutBy[static_cast<size_t>(reason)]; }
+    qint64 leftOut(LeftOutReason reason) const { return countOf(reason).messages; }
+    /// Items of a reason, those without a known number too.
+    qint64 itemsLeftOut(LeftOutReason reason) const { return countOf(reason).items; }
     const ChangeCount &change(ChangeKind kind) const { return m_changes[static_cast<size_t>(kind)]; }
-    std::vector<SharedMailbox> sharedMailboxes() const;
+    /// In the order met; one with more than one folder is shared.
+    const std::vector<TargetCount> &targets() const { return m_targets; }
+    /// True if every message was written or joined, but for what a stop, or a rule of the store, leaves out.
+    bool isComplete() const;
     qint64 strays() const { return m_strays; }
+    const MessagePlace &firstStray() const { return m_firstStray; }
+    const MessagePlace &firstJoined() const { return m_firstJoined; }
     qint64 bytes() const { return m_bytes; }
     /// found = written + joined + left out, in every folder and in total.
     bool addsUp() const;
 
 private:
+    struct ReasonCount {
+        qint64 items = 0;
+        qint64 messages = 0;    ///< where their number is known
+        qint64 itemsBeyond = 0; ///< that were not kept
+    };
+
+    const ReasonCount &countOf(LeftOutReason reason) const
+    {
+        return m_leftOutBy[static_cast<size_t>(reason)];
+    }
     template <typename Add>
     void add(Add change);
+    void addFromLines(qint64 lines);
+    LeftOutItem *itemLike(const LeftOutItem &item);
 
     std::vector<FolderCount> m_folders;
     QHash<qint64, size_t> m_placeOfFolder;
     size_t m_current = 0;
     FolderCount m_total;
     std::vector<LeftOutItem> m_leftOutItems;
-    std::array<qint64, leftOutReasons> m_beyond = {};
-    std::array<qint64, leftOutReasons> m_leftOutBy = {};
+    std::array<ReasonCount, leftOutReasons> m_leftOutBy = {};
+    qint64 m_messagesBeyond = 0; ///< of the items that were not kept
     std::array<ChangeCount, changeKinds> m_changes;
-    QHash<QString, std::vector<qint64>> m_foldersOfTarget;
-    QStringList m_targets; ///< in the order met
+    std::vector<TargetCount> m_targets;
+    QHash<QString, size_t> m_placeOfTarget;
+    size_t m_target = 0;
     qint64 m_strays = 0;
+    MessagePlace m_firstStray;
+    MessagePlace m_firstJoined;
     qint64 m_bytes = 0;
 };
 

@@ -1,6 +1,14 @@
 #pragma once
 
-#include <QtGlobal>
+#include "save/save_ledger.h"
+
+#include <functional>
 
 /// The number of file records in ticked folders: what a save has to do.
 quint64 countTickedItems();
+/// Makes the ledger know the ticked folders that have file records, or records of an .olm file, in list order.
+void enterTickedFolders();
+/// Tells the ledger that of the files in ticked folders all from number `first` on, in the order of a save, were left
+/// out; `countOf` gives the messages in a file, or nothing where their number is not known.
+void leaveOutFiles(quint64 first, LeftOutReason reason,
+                   const std::function<std::optional<qint64>(const QString &path)> &countOf);

@@ -54,7 +54,7 @@ class PlainCopy
 {
 public:
     PlainCopy(const char *begin, const char *end, char *out, Stop stop)
-        : m_end(end), m_stop(stop), m_copied{begin, out, 0}
+        : m_end(end), m_stop(stop), m_copied{begin, out, 0, 0}
     {
     }
 
@@ -124,6 +124,7 @@ private:
         if (followed() && isLatin1Pair(in)) {
             *m_copied.out++ = latin1OfPair(in);
             m_copied.in += 2;
+            ++m_copied.high;
             return true;
         }
         return false;
@@ -164,9 +165,17 @@ size_t findText(std::string_view text, std::string_view wanted, size_t from)
     return std::string_view::npos;
 }
 
-CopiedText copyPlainText(const char *begin, const char *end, char *out, char lineStart)
+CopiedText copyPlainText(const char *begin, const char *end, char *out)
 {
-    const auto stop = [lineStart](auto here, auto behind) { return (here == '\n') & (behind == lineStart); };
+    const auto stop = [](auto here, auto behind) { return (here == '\n') & (behind == 'F'); };
+    return PlainCopy(begin, end, out, stop).run();
+}
+
+CopiedText copyPlainHeaders(const char *begin, const char *end, char *out)
+{
+    const auto stop = [](auto here, auto behind) {
+        return (here == '\n') & ((behind == 'C') | (behind == 'F'));
+    };
     return PlainCopy(begin, end, out, stop).run();
 }
 

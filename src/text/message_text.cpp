@@ -13,7 +13,6 @@ constexpr std::string_view receivedSpf = "Received-Spf:";
 constexpr std::string_view separatorStart = "From ";
 constexpr std::string_view quotedText = "From : ";
 constexpr std::string_view partMark = "X-Apple-Content-Length: ";
-constexpr char noLineStart = '\x80'; // copying stops at such a byte anyway
 
 bool startsWith(std::string_view text, std::string_view start)
 {
@@ -29,6 +28,17 @@ std::string_view firstLine(std::string_view lines)
 {
     return lines.substr(0, std::min(lines.find('\n'), lines.size() - 1) + 1);
 }
+
+// Whether something is lost with a message's first line: it is neither blank, nor a byte count, nor a separator.
+bool isMail(std::string_view line)
+{
+    constexpr std::string_view blanks = " \t\r\n";
+    const size_t start = line.find_first_not_of(blanks);
+    if (start == std::string_view::npos || startsWith(line, separatorStart))
+        return false;
+    const std::string_view word = line.substr(start, line.find_last_not_of(blanks) + 1 - start);
+    return word.find_first_not_of("0123456789") != std::string_view::npos;
+}
 } // namespace
 
 void MessageText::start()
@@ -36,6 +46,8 @@ void MessageText::start()
     m_firstToDrop = true;
     m_dropsFolds = false;
     m_ended = false;
+    m_changes = {};
+    m_taken = 0;
 }
 
 std::string_view MessageText::take(std::string_view lines)
@@ -45,8 +57,11 @@ std::string_view MessageText::take(std::string_view lines)
     if (m_out.size() < room)
         m_out.resize(room);
     m_outSize = 0;
+    m_lines = lines.data();
+    const auto bytes = static_cast<qint64>(lines.size());
     while (!lines.empty() && !m_ended)
         lines.remove_prefix(takeLine(lines));
+    m_taken += bytes;
     return m_rule == LineRule::FromColonQuoted ? quoted() : std::string_view(m_out.data(), m_outSize);
 }
 
@@ -66,26 +81,40 @@ size_t MessageText::takeLine(std::string_view lines)
     if (startsSpf || m_firstToDrop) {
         const std::string_view line = firstLine(lines);
         if (filtered && findText(line, declaration) != std::string_view::npos)
-            m_ended = true;
+            endMessage(line.data());
         else if (startsSpf)
             m_dropsFolds = true;
-        else
-            m_firstToDrop = filtered && text.empty();
+        else if (!filtered || !text.empty())
+            dropFirst(firstLine(text));
+        m_changes.droppedHeaders += m_dropsFolds ? 1 : 0;
         return line.size();
     }
-    if (filtered && startsWith(text, separatorStart))
-        put('>');
+    if (startsWith(text, separatorStart)) {
+        if (filtered)
+            put('>');
+        if (m_rule != LineRule::FromColonQuoted || !startsWith(text, quotedText))
+            ++(filtered ? m_changes.quoted : m_changes.fromLines);
+    }
     return lines.size() - text.size() + copyLines(text, filtered);
 }
 
 // A line that the rule is not applied to.
 size_t MessageText::keepUnseen(std::string_view line)
 {
-    if (m_firstToDrop)
-        m_firstToDrop = false;
-    else
-        copyLines(withoutMark(line), false);
+    const std::string_view text = withoutMark(line);
+    if (m_firstToDrop) {
+        dropFirst(text);
+    } else {
+        m_changes.fromLines += startsWith(text, separatorStart) ? 1 : 0;
+        copyLines(text, false);
+    }
     return line.size();
+}
+
+void MessageText::dropFirst(std::string_view line)
+{
+    m_firstToDrop = false;
+    m_changes.lostFirstLine = isMail(line);
 }
 
 // Copies up to the next line that needs a decision; `seen`: a property list ends the message. Gives the bytes dealt
@@ -98,7 +127,8 @@ size_t MessageText::copyLines(std::string_view lines, bool seen)
     while (at < lines.size()) {
         char *out = m_out.data() + m_outSize;
         const CopiedText copied =
-            seen ? copyFilteredText(begin + at, end, out) : copyPlainText(begin + at, end, out, noLineStart);
+            seen ? copyFilteredText(begin + at, end, out) : copyPlainText(begin + at, end, out);
+        m_changes.latin1.single += static_cast<qint64>(copied.high);
         m_outSize += static_cast<size_t>(copied.out - out);
         at = static_cast<size_t>(copied.in - begin);
         if (at == lines.size() || (at > 0 && lines[at - 1] == '\n'))
@@ -109,7 +139,7 @@ size_t MessageText::copyLines(std::string_view lines, bool seen)
             continue;
         }
         if (rest[0] == '<' && startsWith(rest, declaration)) {
-            endMessage();
+            takeBackLine(lines.substr(0, at));
             break;
         }
         put(rest[0]);
@@ -126,24 +156,37 @@ size_t MessageText::copyHighByte(std::string_view text)
     if (character.taken > 0) {
         std::copy_n(character.bytes, character.given, m_out.data() + m_outSize);
         m_outSize += character.given;
+        m_changes.latin1 += character.counts;
         return character.taken;
     }
     std::string_view rest = text.substr(0, text.find_first_of("\n<"));
     if (rest.back() == '\r' && startsWith(text.substr(rest.size()), "\n"))
         rest.remove_suffix(1);
     QByteArray latin1;
-    appendAsLatin1(rest, false, &latin1);
+    m_changes.latin1 += appendAsLatin1(rest, false, &latin1);
     std::copy(latin1.cbegin(), latin1.cend(), m_out.data() + m_outSize);
     m_outSize += static_cast<size_t>(latin1.size());
     return rest.size();
 }
 
-// Takes back the line begun.
-void MessageText::endMessage()
+void MessageText::endMessage(const char *line)
 {
+    m_ended = true;
+    m_changes.endedAt = m_taken + (line - m_lines);
+}
+
+// Ends the message at the start of the last line of `copied`, of which this much has been copied already.
+void MessageText::takeBackLine(std::string_view copied)
+{
+    const std::string_view line = copied.substr(copied.rfind('\n') + 1); // none: npos + 1 is 0
     while (m_outSize > 0 && m_out[m_outSize - 1] != '\n')
         --m_outSize;
-    m_ended = true;
+    QByteArray latin1;
+    const Latin1Counts counts = appendAsLatin1(line, false, &latin1);
+    m_changes.latin1.lost -= counts.lost;
+    m_changes.latin1.single -= counts.single;
+    m_changes.quoted -= startsWith(line, separatorStart) ? 1 : 0;
+    endMessage(line.data());
 }
 
 std::string_view MessageText::quoted()
@@ -154,10 +197,15 @@ std::string_view MessageText::quoted()
         return text;
     m_quoted.clear();
     size_t copied = 0;
+    size_t lineEnd = 0; // of the line quoted last
     for (; found != std::string_view::npos; found = findText(text, quotedText, found + quotedText.size())) {
         m_quoted.insert(m_quoted.end(), text.data() + copied, text.data() + found);
         m_quoted.push_back('>');
         copied = found;
+        if (found >= lineEnd) {
+            ++m_changes.quoted;
+            lineEnd = std::min(text.find('\n', found), text.size());
+        }
     }
     m_quoted.insert(m_quoted.end(), text.data() + copied, text.data() + text.size());
     return {m_quoted.data(), m_quoted.size()};
@@ -176,6 +224,14 @@ std::vector<qint64> partPlaces(std::string_view text)
         section = next;
     }
     return places;
+}
+
+qint64 partSections(std::string_view text)
+{
+    qint64 sections = 0;
+    for (size_t at = findText(text, partMark); at < text.size(); at = findText(text, partMark, at + 1))
+        ++sections;
+    return sections;
 }
 
 void appendPartLines(std::string_view lines, std::vector<char> *out)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/latin1_line.h"
+
 #include <QtGlobal>
 
 #include <string_view>
@@ -15,6 +17,16 @@ enum class LineRule {
     Filtered,
     /// A ">" goes before each "From : ", wherever it stands.
     FromColonQuoted
+};
+
+/// What of a message's text is not as it was, and what its lines look like to a reader of the mailbox.
+struct TextChanges {
+    Latin1Counts latin1;
+    qint64 quoted = 0;          ///< lines that got ">"
+    qint64 droppedHeaders = 0;  ///< "Received-Spf:"
+    qint64 fromLines = 0;       ///< lines that start with "From "
+    bool lostFirstLine = false; ///< the line left out was mail: not blank, no number, no start with "From "
+    qint64 endedAt = -1; ///< where the line stands that ended the message, bytes from its start; else -1
 };
 
 /// Turns the bytes of one message file after another into the text that a mailbox gets: Latin-1, each line read as
@@ -33,13 +45,17 @@ public:
     std::string_view take(std::string_view lines);
     /// True if no further line matters.
     bool hasEnded() const { return m_ended; }
+    /// What has become of the message so far.
+    const TextChanges &changes() const { return m_changes; }
 
 private:
     size_t takeLine(std::string_view lines);
     size_t keepUnseen(std::string_view line);
     size_t copyLines(std::string_view lines, bool seen);
     size_t copyHighByte(std::string_view text);
-    void endMessage();
+    void dropFirst(std::string_view line);
+    void endMessage(const char *line);
+    void takeBackLine(std::string_view copied);
     std::string_view quoted();
 
     void put(char byte) { m_out[m_outSize++] = byte; }
@@ -51,11 +67,17 @@ private:
     std::vector<char> m_out;
     size_t m_outSize = 0;
     std::vector<char> m_quoted;
+    TextChanges m_changes;
+    qint64 m_taken = 0;            ///< bytes taken before these
+    const char *m_lines = nullptr; ///< where these begin
 };
 
 /// Where the contents of a partial message's parts belong in its text: for each section that starts with
 /// "X-Apple-Content-Length: ", in their order, the position behind its first empty line, or -1 where it has none.
 std::vector<qint64> partPlaces(std::string_view text);
+
+/// How many sections a text has whose content stands elsewhere: those of partPlaces.
+qint64 partSections(std::string_view text);
 
 /// Appends lines of a part file as they go into a message: CR LF becomes LF, and a line ends at its first zero byte,
 /// which takes its line feed along.

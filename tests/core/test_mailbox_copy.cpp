@@ -3,6 +3,10 @@
 #include "save/mailbox_copy.h"
 #include "store_files.h"
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 namespace
 {
 // The copy as a list of lines that are read by the toolkit, with all that the real one avoids.
@@ -59,6 +63,24 @@ private:
     QStringList m_lines;
     QByteArray m_written;
 };
+
+// Messages of a mailbox, line by line.
+int messagesIn(const QByteArray &mailbox)
+{
+    static const QRegularExpression separator("^From (.* )?(Mon|Tue|Wed|Thu|Fri|Sat|Sun) ");
+    int messages = 0;
+    for (const QByteArray &line : mailbox.split('\n')) {
+        const bool separates =
+            messages == 0 || separator.match(QString::fromUtf8(line.constData())).hasMatch();
+        messages += separates ? 1 : 0;
+    }
+    return messages;
+}
+
+int fromLines(const QByteArray &mailbox)
+{
+    return mailbox.count("\nFrom ") + (mailbox.startsWith("From ") ? 1 : 0);
+}
 
 const QByteArray mark = "\xEF\xBB\xBF"; // UTF-8's byte order mark
 } // namespace
@@ -139,6 +161,36 @@ private slots:
         }
     }
 
+    // The source fails, the user stops, the target fails: each "From " line of the target is a whole message's, or a stray.
+    void faults()
+    {
+        // clang-format off
+        const QByteArray pieces[] = {
+            "From a Mon b", "From - x", "Content-Type: text/plain;", "\n\nFrom a Tue ", "\n", "\r\n", "\r", "--x--\n",
+            "From b Sun", "\xC3\xA9", "\xFF", mark, "\n" + mark + "From c Wed d", "\nFrom e\n", QByteArray(150, 'x'),
+            QByteArray(1, '\0')};
+        // clang-format on
+        quint32 seed = 5;
+        for (int round = 0; round < 10; ++round) {
+            const QByteArray bytes = "From \n" + ::mixture(pieces, &seed);
+            for (int end = 7; end < bytes.size(); end += 101)
+                for (const size_t block : {128, 4096}) {
+                    const MailboxTally tally = copyOf(ByteSource::failing(viewOf(bytes), end), block, -1);
+                    QCOMPARE(tally.found(), qint64(messagesIn(bytes.left(end))));
+                }
+            for (int calls = 0; calls < 20; ++calls)
+                copyOf(ByteSource::ofBytes(viewOf(bytes)), 128, calls);
+        }
+        const QByteArray large =
+            "From \n" + ("x\n" + QByteArray(98, 'y') + "\n\nFrom a Mon b\n").repeated(300000);
+        for (const rlim_t limit : {0, 700000, 29000000}) {
+            const MailboxTally tally = copyOf(ByteSource::ofBytes(viewOf(large)), 256 * 1024, -1, limit);
+            QCOMPARE(tally.found(), qint64(300001));
+            QCOMPARE(tally.leftOut() == 300001, limit < 29000000);
+        }
+        takeProblems();
+    }
+
     // Lines come in lists of a million, and go in chunks of a hundred thousand with a line feed behind each.
     // Where their length changes, the number of those to come can't be told.
     void chunks_data()
@@ -215,6 +267,33 @@ private:
     {
         writeFiles(m_folder.path(), {{"Inbox", bytes}});
         return m_folder.filePath("Inbox");
+    }
+
+    // Copies with a fault and counts the lines of the target.
+    MailboxTally copyOf(ByteSource source, size_t block, int callsUntilStop, rlim_t limit = RLIM_INFINITY)
+    {
+        const QString to = m_folder.filePath("Inbox.mbox");
+        QFile::remove(to);
+        MailboxCopy copy;
+        copy.setBlockBytes(block);
+        if (!copy.open(std::move(source)))
+            QTest::qFail("can't be opened", __FILE__, __LINE__);
+        const rlimit limited{limit, RLIM_INFINITY};
+        const rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::setrlimit(RLIMIT_FSIZE, &limited);
+        MailboxFile target;
+        target.open(to, outlookMailbox);
+        copy.copyTo(&target, [&](qint64, qint64) { return callsUntilStop-- != 0; });
+        target.close();
+        ::setrlimit(RLIMIT_FSIZE, &unlimited);
+        const MailboxTally &tally = copy.tally();
+        const int lines = fromLines(readFiles(m_folder.path()).value("Inbox.mbox"));
+        if (tally.written() + tally.strays() != lines)
+            QTest::qFail(
+                qPrintable(QString("%1 + %2, but %3").arg(tally.written()).arg(tally.strays()).arg(lines)),
+                __FILE__, __LINE__);
+        return tally;
     }
 
     QByteArray copy(const QString &path, size_t block = 256 * 1024, int callsUntilStop = -1)

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <string_view>
+
+/// Counts the lines that start with "From " in text that comes in pieces: where a reader of a mailbox (mbox, RFC 4155)
+/// may see a message begin.
+class FromLines
+{
+public:
+    void take(std::string_view text);
+    qint64 count() const { return m_count; }
+
+private:
+    size_t m_matched =
+        0; ///< bytes of "From " that the line has shown; 5 where the line can start with it no more
+    qint64 m_count = 0;
+};
