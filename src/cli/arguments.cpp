@@ -22,7 +22,8 @@ const std::vector<CommandName> &commandNames()
         {"preview", Command::Preview, {QStringLiteral("folder")}},
         {"convert",
          Command::Convert,
-         {QStringLiteral("folder"), QStringLiteral("to"), QStringLiteral("replace"), QStringLiteral("out")}},
+         {QStringLiteral("folder"), QStringLiteral("to"), QStringLiteral("replace"), QStringLiteral("out"),
+          QStringLiteral("dry-run"), QStringLiteral("check"), QStringLiteral("report")}},
     };
     return rows;
 }
@@ -38,7 +39,8 @@ void addOptions(QCommandLineParser *parser)
     add("folder", "TREE");
     add("to", "TARGET");
     add("out", "DIR");
-    for (const char *flag : {"json", "quiet", "replace", "help", "version"})
+    add("report", "FILE");
+    for (const char *flag : {"json", "quiet", "replace", "dry-run", "check", "help", "version"})
         add(flag);
 }
 
@@ -68,6 +70,9 @@ QString chooseTarget(const QCommandLineParser &parser, Arguments *arguments)
 QString readConvertOptions(const QCommandLineParser &parser, Arguments *arguments)
 {
     arguments->replace = parser.isSet(QStringLiteral("replace"));
+    arguments->dryRun = parser.isSet(QStringLiteral("dry-run"));
+    arguments->check = parser.isSet(QStringLiteral("check"));
+    arguments->report = parser.value(QStringLiteral("report"));
     if (const QString error = chooseTarget(parser, arguments); !error.isEmpty())
         return error;
     if (parser.value(QStringLiteral("out")).isEmpty())
@@ -80,7 +85,7 @@ QString readConvertOptions(const QCommandLineParser &parser, Arguments *argument
 
 QString checkOptions(const QCommandLineParser &parser, const CommandName &command)
 {
-    for (const char *name : {"folder", "to", "out", "replace"})
+    for (const char *name : {"folder", "to", "out", "replace", "dry-run", "check", "report"})
         if (parser.isSet(QLatin1String(name)) && !command.options.contains(QLatin1String(name)))
             return QStringLiteral("%1 takes no --%2").arg(QLatin1String(command.name), QLatin1String(name));
     return {};

@@ -20,6 +20,9 @@ struct Arguments {
     bool quiet = false;
     bool replace = false;
     bool toAppleMail = false; ///< convert: the Apple Mail bundle, else the Outlook one
+    bool dryRun = false;      ///< convert: nothing is written but the report
+    bool check = false;       ///< convert: the bundle is read again
+    QString report;           ///< convert: file for the report, "" for none
     QString outDir;           ///< convert: existing folder, absolute, no trailing "/"
     QString error;            ///< why this is a usage error; "" if it is none
 };

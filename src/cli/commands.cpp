@@ -5,11 +5,14 @@
 #include "browse/folder_tree.h"
 #include "cli/browse_output.h"
 #include "cli/json_writer.h"
+#include "cli/report_output.h"
 #include "cli/scan_output.h"
 #include "cli/worker_run.h"
 #include "save/old_bundle.h"
+#include "save/save_report.h"
 
 #include <QFileInfo>
+#include <QStorageInfo>
 #include <QTextStream>
 
 #include <algorithm>
@@ -87,41 +90,92 @@ void setTarget(const Arguments &arguments)
     bForOutlookMail = !arguments.toAppleMail;
 }
 
-void printSaveJson(Outcome outcome)
+SaveReport newReport(const Arguments &arguments)
+{
+    SaveReport report;
+    report.bundle = FileSavingPath;
+    report.dryRun = arguments.dryRun;
+    report.freeBytes = QStorageInfo(arguments.outDir).bytesAvailable();
+    return report;
+}
+
+void printSaveJson(Outcome outcome, const SaveReport &report)
 {
     JsonWriter json(stdout);
     json.beginObject();
     json.key("outcome").value(outcomeName(outcome));
     json.key("bundle").value(FileSavingPath);
     json.key("files").value(static_cast<qint64>(ulCount.load()));
+    json.key("report");
+    writeReport(&json, report, saveLedger);
     json.endObject();
 }
 
-void printSave(const Arguments &arguments, Outcome outcome)
+void printSave(const Arguments &arguments, Outcome outcome, const SaveReport &report)
 {
     if (arguments.json) {
-        printSaveJson(outcome);
+        printSaveJson(outcome, report);
         return;
     }
     QTextStream out(stdout);
     out.setCodec("UTF-8");
-    if (outcome == Outcome::Finished)
-        out << "File saved successfully at location " << FileSavingPath << " (" << ulCount.load() << ")\n";
-    else
-        out << "What was saved so far is at location " << FileSavingPath << '\n';
+    for (const QString &sentence : reportSentences(report, saveLedger))
+        out << sentence << '\n';
 }
 
 // The end of a command whose save has not begun.
 int endWithoutSave(const Arguments &arguments, Outcome outcome)
 {
     if (arguments.json)
-        printSaveJson(outcome);
+        printSaveJson(outcome, newReport(arguments));
     return statusOf(outcome);
+}
+
+// A stop counts in any case; all that the report calls lost, or that could not be read or written, is no good end.
+Outcome outcomeOfSave(Outcome save, const ScanResult &scan, const SaveReport &report)
+{
+    const bool lost = takeUnread() | takeUnwritten();
+    const bool differs = report.check && !report.check->differences.isEmpty();
+    if (stopSignalled())
+        return Outcome::Stopped;
+    const bool good = save == Outcome::Finished && scan.outcome == Outcome::Finished && !lost && !differs;
+    return good && saveLedger.isComplete() && saveLedger.addsUp() ? Outcome::Finished : Outcome::Ended;
+}
+
+void fillReport(Outcome outcome, SaveReport *report)
+{
+    report->end = outcome == Outcome::Finished  ? SaveReport::End::Finished
+                  : outcome == Outcome::Stopped ? SaveReport::End::Stopped
+                                                : SaveReport::End::Ended;
+    report->files = ulCount;
+    report->bundleStands = isThere(FileSavingPath);
+}
+
+std::optional<BundleCheck> checkSaved(const Arguments &arguments)
+{
+    if (!arguments.check || arguments.dryRun || stopSignalled())
+        return std::nullopt;
+    ProgressLine line(QStringLiteral("Reading the bundle again ..."), !arguments.quiet);
+    return checkBundle(saveLedger, [&line](qint64 done, qint64 bytes) {
+        line.show(static_cast<double>(done) * 100.0 / static_cast<double>(qMax<qint64>(1, bytes)));
+        return !stopSignalled();
+    });
+}
+
+// Writes the report that --report asks for; true if it is there, or none was asked for.
+bool keepReport(const Arguments &arguments, const SaveReport &report)
+{
+    if (arguments.report.isEmpty())
+        return true;
+    const QString error = writeReportFile(arguments.report, report, saveLedger);
+    if (!error.isEmpty())
+        say(QStringLiteral("the report can't be written: %1: %2").arg(arguments.report, error));
+    return error.isEmpty();
 }
 
 int saveTicked(const Arguments &arguments, const ScanResult &scan)
 {
-    if (isThere(FileSavingPath)) {
+    if (!arguments.dryRun && isThere(FileSavingPath)) {
         if (!arguments.replace) {
             say(QStringLiteral("already exists, use --replace: ") + FileSavingPath);
             return endWithoutSave(arguments, Outcome::Ended);
@@ -131,13 +185,16 @@ int saveTicked(const Arguments &arguments, const ScanResult &scan)
             return endWithoutSave(arguments, Outcome::Ended);
         }
     }
-    Outcome outcome = runSave(!arguments.quiet);
+    SaveReport report = newReport(arguments);
+    const Outcome save = runSave(!arguments.quiet, arguments.dryRun ? SaveMode::CountOnly : SaveMode::Write);
+    report.check = checkSaved(arguments);
     sayProblems();
-    if (outcome == Outcome::Finished && scan.outcome == Outcome::Ended)
-        outcome = Outcome::Ended;
-    printSave(arguments, outcome);
-    const int status = statusOf(outcome);
-    return status == ExitDone && takeUnwritten() ? ExitEndedEarly : status;
+    Outcome outcome = outcomeOfSave(save, scan, report);
+    fillReport(outcome, &report);
+    if (!keepReport(arguments, report) && outcome == Outcome::Finished)
+        fillReport(outcome = Outcome::Ended, &report);
+    printSave(arguments, outcome, report);
+    return statusOf(outcome);
 }
 
 int convert(const Arguments &arguments, const ScanResult &scan, const std::vector<SentFolder> &chosen)

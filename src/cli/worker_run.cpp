@@ -141,9 +141,10 @@ ScanResult runScan(int client, ScanFor purpose, bool showProgress)
     return result;
 }
 
-Outcome runSave(bool showProgress)
+Outcome runSave(bool showProgress, SaveMode mode)
 {
     QMailSaving save;
+    save.m_mode = mode;
     bool finished = false;
     ProgressLine line(QStringLiteral("Saving Database File ..."), showProgress);
 

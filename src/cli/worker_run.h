@@ -1,5 +1,7 @@
 #pragma once
 
+#include "save/mailbox_file.h"
+
 #include <QString>
 
 #include <vector>
@@ -52,4 +54,4 @@ enum class ScanFor { Browsing, Saving };
 /// Runs the scan thread on m_selectedFile with the reader of a client, and makes the folder records.
 ScanResult runScan(int client, ScanFor purpose, bool showProgress);
 /// Runs the save thread on what is ticked; the target flags and saveDir are set.
-Outcome runSave(bool showProgress);
+Outcome runSave(bool showProgress, SaveMode mode);
