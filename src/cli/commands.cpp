@@ -194,7 +194,7 @@ int saveTicked(const Arguments &arguments, const ScanResult &scan)
     if (!keepReport(arguments, report) && outcome == Outcome::Finished)
         fillReport(outcome = Outcome::Ended, &report);
     printSave(arguments, outcome, report);
-    return statusOf(outcome);
+    return outcome == Outcome::Finished ? ExitDone : statusOf(outcome); // a stop that comes now stops nothing
 }
 
 int convert(const Arguments &arguments, const ScanResult &scan, const std::vector<SentFolder> &chosen)
