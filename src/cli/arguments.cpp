@@ -23,7 +23,8 @@ const std::vector<CommandName> &commandNames()
         {"convert",
          Command::Convert,
          {QStringLiteral("folder"), QStringLiteral("to"), QStringLiteral("replace"), QStringLiteral("out"),
-          QStringLiteral("dry-run"), QStringLiteral("check"), QStringLiteral("report")}},
+          QStringLiteral("exact"), QStringLiteral("dry-run"), QStringLiteral("check"),
+          QStringLiteral("report")}},
     };
     return rows;
 }
@@ -40,7 +41,7 @@ void addOptions(QCommandLineParser *parser)
     add("to", "TARGET");
     add("out", "DIR");
     add("report", "FILE");
-    for (const char *flag : {"json", "quiet", "replace", "dry-run", "check", "help", "version"})
+    for (const char *flag : {"json", "quiet", "replace", "exact", "dry-run", "check", "help", "version"})
         add(flag);
 }
 
@@ -70,6 +71,7 @@ QString chooseTarget(const QCommandLineParser &parser, Arguments *arguments)
 QString readConvertOptions(const QCommandLineParser &parser, Arguments *arguments)
 {
     arguments->replace = parser.isSet(QStringLiteral("replace"));
+    arguments->exact = parser.isSet(QStringLiteral("exact"));
     arguments->dryRun = parser.isSet(QStringLiteral("dry-run"));
     arguments->check = parser.isSet(QStringLiteral("check"));
     arguments->report = parser.value(QStringLiteral("report"));
@@ -85,7 +87,7 @@ QString readConvertOptions(const QCommandLineParser &parser, Arguments *argument
 
 QString checkOptions(const QCommandLineParser &parser, const CommandName &command)
 {
-    for (const char *name : {"folder", "to", "out", "replace", "dry-run", "check", "report"})
+    for (const char *name : {"folder", "to", "out", "replace", "exact", "dry-run", "check", "report"})
         if (parser.isSet(QLatin1String(name)) && !command.options.contains(QLatin1String(name)))
             return QStringLiteral("%1 takes no --%2").arg(QLatin1String(command.name), QLatin1String(name));
     return {};

@@ -21,6 +21,7 @@ struct Arguments {
     bool replace = false;
     bool toAppleMail = false; ///< convert: the Apple Mail bundle, else the Outlook one
     bool dryRun = false;      ///< convert: nothing is written but the report
+    bool exact = false;       ///< convert: exact copies
     bool check = false;       ///< convert: the bundle is read again
     QString report;           ///< convert: file for the report, "" for none
     QString outDir;           ///< convert: existing folder, absolute, no trailing "/"
