@@ -2,6 +2,7 @@
 
 #include "app/problem_log.h"
 #include "app/shared_state.h"
+#include "app/start_worker.h"
 #include "save/save_ledger.h"
 #include "save/ticked_items.h"
 
@@ -43,7 +44,7 @@ void QMailSaving::SetInitialSettings()
         bStopFlag = true;
         m_wait.wakeAll();
     } else {
-        start(QThread::LowPriority);
+        startWorker(this);
     }
 }
 

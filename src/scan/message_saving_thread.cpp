@@ -1,6 +1,7 @@
 #include "scan/message_saving_thread.h"
 
 #include "app/shared_state.h"
+#include "app/start_worker.h"
 #include "platform/byte_source.h"
 #include "scan/store_kinds.h"
 
@@ -19,7 +20,7 @@ void QMessageSavingThread::SetInitialSettings()
     if (isRunning())
         bStopFlag = true;
     else
-        start(QThread::LowPriority);
+        startWorker(this);
 }
 
 void QMessageSavingThread::run()
