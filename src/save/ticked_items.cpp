@@ -2,6 +2,9 @@
 
 #include "app/olm_records.h"
 #include "app/records.h"
+#include "app/shared_state.h"
+
+#include <QFileInfo>
 
 quint64 countTickedItems()
 {
@@ -10,6 +13,16 @@ quint64 countTickedItems()
         if (folder->state == stateTicked)
             count += mailItemsOfFolder(folder->folderId).size();
     return count;
+}
+
+qint64 tickedBytes()
+{
+    qint64 bytes = 0;
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
+        if (folder->state == stateTicked)
+            for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
+                bytes += QFileInfo(pathOf(*item)).size();
+    return bOlmFileFound ? QFileInfo(m_selectedFile).size() : bytes;
 }
 
 void enterTickedFolders()
