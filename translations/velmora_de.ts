@@ -335,9 +335,13 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>
-The old bundle can&apos;t be removed: </source>
+What was saved so far is at location </source>
         <translation>
-Das alte Bündel kann nicht entfernt werden: </translation>
+Das bisher Gesicherte liegt in </translation>
+    </message>
+    <message>
+        <source>The old bundle is kept until the new one is whole, and there may not be the space for both. Removing the old one first would help.</source>
+        <translation>Das alte Paket bleibt, bis das neue vollständig ist, und für beide reicht der Platz vielleicht nicht. Es hülfe, das alte vorher zu löschen.</translation>
     </message>
     <message>
         <source>Current scan information will be discarded if you select another mailbox. Do you want to continue?</source>
@@ -446,6 +450,61 @@ Vorgang abgebrochen.</translation>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:13pt;&quot;&gt;Select mail client that you will be using after mailbox conversion.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
         <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:13pt;&quot;&gt;Wählen Sie das Mailprogramm, das Sie danach benutzen.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+</context>
+<context>
+    <name>BundlePlace</name>
+    <message>
+        <source>can&apos;t be replaced, the store lies in it: %1 (store: %2)</source>
+        <translation>kann nicht ersetzt werden, die Mailablage liegt darin: %1 (Ablage: %2)</translation>
+    </message>
+    <message>
+        <source>can&apos;t be replaced, it lies in the store: %1 (store: %2)</source>
+        <translation>kann nicht ersetzt werden, es liegt in der Mailablage: %1 (Ablage: %2)</translation>
+    </message>
+    <message>
+        <source>can&apos;t be opened: %1: %2</source>
+        <translation>kann nicht geöffnet werden: %1: %2</translation>
+    </message>
+    <message>
+        <source>is no lock file: %1</source>
+        <translation>ist keine Sperrdatei: %1</translation>
+    </message>
+    <message>
+        <source>another save writes there: %1</source>
+        <translation>eine andere Sicherung schreibt gerade dorthin: %1</translation>
+    </message>
+    <message>
+        <source>already exists: %1</source>
+        <translation>gibt es schon: %1</translation>
+    </message>
+    <message>
+        <source>can&apos;t be replaced, its folder takes no file: %1</source>
+        <translation>kann nicht ersetzt werden, sein Ordner nimmt keine Datei an: %1</translation>
+    </message>
+    <message>
+        <source>can&apos;t be removed: %1</source>
+        <translation>kann nicht gelöscht werden: %1</translation>
+    </message>
+    <message>
+        <source>can&apos;t be moved aside: %1: %2</source>
+        <translation>kann nicht beiseite gelegt werden: %1: %2</translation>
+    </message>
+    <message>
+        <source>can&apos;t be brought to the disk: %1: %2</source>
+        <translation>kann nicht auf den Datenträger gebracht werden: %1: %2</translation>
+    </message>
+    <message>
+        <source>was taken away or renamed during the save, with what was written to it: %1</source>
+        <translation>wurde während der Sicherung entfernt oder umbenannt, mit allem, was darin war: %1</translation>
+    </message>
+    <message>
+        <source>the old bundle stays: %1</source>
+        <translation>das alte Paket bleibt: %1</translation>
+    </message>
+    <message>
+        <source>the old bundle can&apos;t be removed: %1</source>
+        <translation>das alte Paket kann nicht gelöscht werden: %1</translation>
     </message>
 </context>
 </TS>

@@ -2,8 +2,8 @@
 
 #include "app/problem_log.h"
 #include "platform/file_handle.h"
+#include "save/bundle_place.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -30,7 +30,8 @@ void MailboxFile::open(const QString &path, const FinderCodes &codes)
     m_isOpen = true;
     if (m_mode == SaveMode::CountOnly)
         return;
-    QDir().mkpath(QFileInfo(path).path());
+    if (const int error = bundlePlace.makeFolder(QFileInfo(path).path()))
+        return fail(error);
     const QByteArray name = QFile::encodeName(path);
     m_file = ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, newFileMode);
     if (m_file >= 0)

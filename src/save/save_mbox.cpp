@@ -2,6 +2,7 @@
 
 #include "app/problem_log.h"
 #include "app/shared_state.h"
+#include "save/bundle_place.h"
 #include "save/mailbox_copy.h"
 #include "save/mbox_target.h"
 #include "save/outlook_bundle.h"
@@ -9,7 +10,6 @@
 #include "save/ticked_items.h"
 #include "text/mbox_names.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 
 #include <cerrno>
@@ -122,7 +122,7 @@ void openTarget(MailboxFile *target, SaveMode mode, bool *prepared)
     const MailboxTarget place =
         (apple ? appleTargetOfMailbox : outlookTargetOfMailbox)(path, m_selectedFile, saveDir);
     if (mode == SaveMode::Write)
-        QDir().mkpath(place.folder);
+        bundlePlace.makeFolder(place.folder);
     target->open(place.file, apple ? appleMailbox : outlookMailbox);
     if (mode == SaveMode::Write && !apple && !*prepared)
         prepareOutlookBundle(saveDir + QStringLiteral("/Main Identity.rge"));

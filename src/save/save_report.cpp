@@ -41,6 +41,8 @@ QString Report::ending(const SaveReport &report, const SaveLedger &ledger)
         return report.bundleStands
                    ? tr("No message was saved; what there is stands at location %1").arg(place)
                    : tr("Nothing was saved: no message was written");
+    if (!report.bundleStands)
+        return tr("What was saved is no longer at location %1").arg(place);
     if (report.end == SaveReport::End::Finished)
         return tr("File saved successfully at location %1 (%2)").arg(place).arg(report.files);
     return tr("What was saved so far is at location %1").arg(place);

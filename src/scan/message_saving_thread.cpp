@@ -2,6 +2,7 @@
 
 #include "app/passed_over.h"
 #include "app/shared_state.h"
+#include "app/start_worker.h"
 #include "platform/byte_source.h"
 #include "scan/store_kinds.h"
 
@@ -20,7 +21,7 @@ void QMessageSavingThread::SetInitialSettings()
     if (isRunning())
         bStopFlag = true;
     else
-        start(QThread::LowPriority);
+        startWorker(this);
 }
 
 void QMessageSavingThread::run()

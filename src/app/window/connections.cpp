@@ -20,6 +20,7 @@ void QConverterMainWindow::ConnectSignals()
     m_pMyOpenButton->setEnabled(false);
     pMessageSavingThread = new QMessageSavingThread;
     pMailSaving = new QMailSaving;
+    pMailSaving->m_toDisk = true;
 
     using Window = QConverterMainWindow;
     connect(m_pStatusStopButton, &QPushButton::clicked, this, &Window::OnStopPushButton);

@@ -6,6 +6,7 @@
 #include "dialogs/progress_info_dialog.h"
 #include "dialogs/repair_complete_dialog.h"
 #include "platform/window/text_fit.h"
+#include "save/bundle_place.h"
 #include "save/mail_saving.h"
 #include "scan/message_saving_thread.h"
 
@@ -46,6 +47,7 @@ QConverterMainWindow::~QConverterMainWindow()
             bStopFlag = true;
     }
     IsPreview = false;
+    bundlePlace.finish(false);
     delete pMessageSavingThread;
     delete pMailSaving;
     pMessageSavingThread = nullptr;

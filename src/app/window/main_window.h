@@ -144,6 +144,10 @@ private:
     void openSelectionDialog();
     void discardView();
     void saveFiles(const struct SaveTarget &target);
+    /// Takes the place at FileSavingPath, asked for what stands there; false if no save may begin.
+    bool takePlace(const QString &name);
+    /// The replace question.
+    bool mayReplace(const QString &name);
     void CreateMailFolder();
     void CreateMailFolderforApple();
     void tellEndedEarly();

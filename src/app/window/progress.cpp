@@ -9,7 +9,9 @@
 #include "dialogs/problem_text.h"
 #include "dialogs/progress_info_dialog.h"
 #include "platform/window/text_fit.h"
+#include "save/bundle_place.h"
 #include "save/mail_saving.h"
+#include "save/save_ledger.h"
 #include "scan/message_saving_thread.h"
 #include "scan/window/parse_database_dialog.h"
 
@@ -75,6 +77,7 @@ void QConverterMainWindow::letWorkersEnd()
 void QConverterMainWindow::onWorkerEnded()
 {
     const bool endedEarly = m_run == Run::Active;
+    bundlePlace.finish(false); // of a save whose end signals have not been here
     m_run = Run::None;
     if (endedEarly)
         tellEndedEarly();
@@ -164,10 +167,17 @@ void QConverterMainWindow::finishSave()
     if (!IsPreview)
         return;
     pMailSaving->wait(); // it may still be looking at the records of further folders
+    IsPreview = false;
+    const bool unread = takeUnread();
+    const bool unwritten = takeUnwritten();
+    bundlePlace.finish(!unread && !unwritten && saveLedger.isComplete() && saveLedger.addsUp());
+    if (takeUnwritten() || unwritten) {
+        showSaveResult(tr("\nWhat was saved so far is at location ") + FileSavingPath);
+        return;
+    }
     unmarkAllFolders();
     checkAllFolderItems(Qt::Unchecked);
     showSaveResult(tr("\nFile saved successfully at location ") + FileSavingPath);
-    IsPreview = false;
 }
 
 void QConverterMainWindow::showSaveResult(const QString &text)
