@@ -247,11 +247,32 @@ private slots:
         QCOMPARE(messagesOfPath(folder.filePath("b")).size(), size_t(1));
     }
 
+    // A long separator is read in pieces of 64 KiB; the weekday and a character pass over the seam.
+    void longSeparator()
+    {
+        for (int bytes = 65536 - 14; bytes <= 65536 + 2; ++bytes) {
+            const QByteArray name =
+                QByteArray(bytes % 3, 'x') + QByteArray("\xE2\x82\xAC").repeated(bytes / 3);
+            index(separator + "From " + name + " Mon x\r\nend\n");
+            const qint64 behind = separator.size() + 5 + bytes + 8;
+            const qint64 cut = behind - (5 + bytes % 3 + bytes / 3 + 7);
+            const QStringList expected{record(0, cut, "", ""), record(cut, behind + 4 - cut, "", "")};
+            QCOMPARE(::records(), expected);
+            CleanLinkedList();
+        }
+    }
+
     void fieldsAreCutAtTheirWidth()
     {
-        index(separator + "Subject: " + QByteArray(300, 's') + "\nFrom: " + QByteArray(254, 'f') + "\n");
-        QCOMPARE(fieldText(TmpMboxMbxPtrStart->subject), QString(254, 's'));
-        QCOMPARE(fieldText(TmpMboxMbxPtrStart->from), QString(254, 'f'));
+        const QByteArray folds = QByteArray(" s\n").repeated(500000); // more than is kept
+        index(separator + "Subject: s\n" + folds + "From: " + QByteArray(253, 'f') + "\xF0\x9F\x98\x80\n");
+        QCOMPARE(fieldText(TmpMboxMbxPtrStart->subject), "s\n" + QString(" s\n").repeated(84));
+        QCOMPARE(fieldText(TmpMboxMbxPtrStart->from), QString(253, 'f') + QChar(0xD83D));
+        const QByteArray line = QByteArray("s").repeated(3 << 20);
+        index(separator + "Subject: " + line + "\nFrom: f\n");
+        QCOMPARE(TmpMboxMbxPtrEnd, TmpMboxMbxPtrStart->next->next);
+        QCOMPARE(fieldText(TmpMboxMbxPtrStart->next->subject), QString(254, 's'));
+        QCOMPARE(fieldText(TmpMboxMbxPtrStart->next->from), QString("f"));
     }
 
     void progressComesForEachPercent()
