@@ -81,11 +81,10 @@ std::vector<MessageRow> operaRows(const QString &folderPath, const QString &fold
 {
     std::vector<MessageRow> rows;
     for (const MboxMessageNode *record : messagesOfLabel(operaAccountOf(folderPath), folderName)) {
-        QString sender = fieldText(record->from);
+        QString sender = record->from;
         if (sender.endsWith(QLatin1Char('\n')))
             sender.remove(QLatin1Char('\n'));
-        rows.push_back(
-            {fileRowText(sender, fieldText(record->subject)), fieldText(record->path), QString(), QString()});
+        rows.push_back({fileRowText(sender, record->subject), record->path, QString(), QString()});
     }
     return rows;
 }

@@ -31,7 +31,7 @@ class MailboxIndexer
 {
 public:
     MailboxIndexer(const QString &path, LineReader &reader)
-        : m_path(path), m_reader(reader), m_entry(messageIndexOf(path))
+        : m_path(cutField(path, pathFieldLimit)), m_reader(reader), m_entry(messageIndexOf(path))
     {
     }
 
@@ -67,10 +67,10 @@ private:
         const HeaderStart header = isText ? headerStart(start) : HeaderStart::Other;
         if (header == HeaderStart::From && !m_fromSeen) {
             m_fromSeen = true;
-            store(TmpMboxMbxPtrEnd->from, readSender(&m_reader, mailboxIndexHeaders, lineText));
+            store(&TmpMboxMbxPtrEnd->from, readSender(&m_reader, mailboxIndexHeaders, lineText));
         } else if (header == HeaderStart::Subject && !m_subjectSeen) {
             m_subjectSeen = true;
-            store(TmpMboxMbxPtrEnd->subject, readSubject(&m_reader, mailboxIndexHeaders, lineText));
+            store(&TmpMboxMbxPtrEnd->subject, readSubject(&m_reader, mailboxIndexHeaders, lineText));
         } else if (startsAsSeparator(start)) {
             readSeparator();
         } else {
@@ -78,10 +78,10 @@ private:
         }
     }
 
-    static void store(char16_t *field, const QString &value)
+    static void store(QString *field, const QString &value)
     {
         if (!value.isEmpty())
-            storeField(field, headerFieldUnits, value);
+            *field = cutField(value, headerFieldLimit);
     }
 
     // A line that starts with "From ": with a weekday in it, it begins the next message.
@@ -104,14 +104,14 @@ private:
     void endMessage(qint64 end)
     {
         MboxMessageNode *record = TmpMboxMbxPtrEnd;
-        storeField(record->path, pathFieldUnits, m_path);
+        record->path = m_path;
         record->length = end - m_start;
         record->offset = m_start;
         m_entry.push_back(record);
         appendMessage();
     }
 
-    QString m_path;
+    const QString m_path; ///< as in the records
     LineReader &m_reader;
     std::vector<const MboxMessageNode *> &m_entry;
     qint64 m_start = 0; ///< where the current message begins, bytes

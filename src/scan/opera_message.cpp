@@ -1,6 +1,7 @@
 #include "scan/opera_message.h"
 
 #include "app/problem_log.h"
+#include "app/records.h"
 #include "text/header_lines.h"
 
 #include <QStringList>
@@ -35,6 +36,7 @@ void readLocations(LineReader *reader, const SenderAndSubject &headers, OperaMes
     }
     if (message->label.isEmpty())
         message->label = QStringLiteral("Mails");
+    message->label = cutField(message->label, operaFieldLimit);
 }
 } // namespace
 
@@ -64,8 +66,8 @@ OperaMessage readOperaMessage(const QString &path, OperaFields fields)
     SenderAndSubject headers;
     if (fields == OperaFields::All) {
         headers = readSenderAndSubject(&reader, operaIndexHeaders);
-        message.sender = headers.sender.value_or(QString());
-        message.subject = headers.subject.value_or(QString());
+        message.sender = cutField(headers.sender.value_or(QString()), headerFieldLimit);
+        message.subject = cutField(headers.subject.value_or(QString()), headerFieldLimit);
         reader.seek(0);
     }
     readLocations(&reader, headers, &message);
