@@ -144,7 +144,7 @@ void QMailSaving::PostBoxFileSearch()
                 if (bStopFlag)
                     break;
                 saveLedger.enterFolder(folder->folderId);
-                copyMailbox(pathOf(*item), &prepared);
+                copyMailbox(item->path, &prepared);
                 ++nextItr;
                 ++done;
             }

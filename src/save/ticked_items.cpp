@@ -58,7 +58,7 @@ void leaveOutFiles(quint64 first, LeftOutReason reason,
             if (number++ < first)
                 continue;
             LeftOutItem leftOut;
-            leftOut.path = pathOf(*item);
+            leftOut.path = item->path;
             leftOut.messages = countOf(leftOut.path);
             leftOut.reason = reason;
             saveLedger.addFound(leftOut.messages.value_or(0));

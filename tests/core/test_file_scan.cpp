@@ -24,7 +24,7 @@ QStringList filesOf(const ScanRun &run)
         QStringList tree;
         for (qint64 folder = item->parentId; folder != llRootId; folder = objMapFID_PID.value(folder))
             tree.prepend(objMapFID_Name.value(folder));
-        lines.append(tree.join('/') + ": " + pathOf(*item).mid(run.path().size() + 1));
+        lines.append(tree.join('/') + ": " + item->path.mid(run.path().size() + 1));
     }
     lines.sort();
     return lines;
