@@ -53,12 +53,13 @@ QStringList readFolds(LineReader *reader)
 QStringList filesBelow(const QString &folder, void (*keepAlive)())
 {
     QStringList files;
-    walkFolder(folder, [&](const QString &path, bool isFolder) {
+    const auto take = [&](const QString &path, bool isFolder) {
         if (!isFolder)
             files.append(path.trimmed());
         else if (keepAlive)
             keepAlive();
-    });
+    };
+    walkFolder(folder, {take});
     return files;
 }
 

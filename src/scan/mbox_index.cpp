@@ -5,22 +5,12 @@
 #include "text/header_rules.h"
 #include "text/line_reader.h"
 #include "text/mbox_names.h"
+#include "text/mbox_separator.h"
 
 #include <cerrno>
 
 namespace
 {
-
-bool isSeparator(const QString &line)
-{
-    if (!line.startsWith(QLatin1String("From ")))
-        return false;
-    for (const char *day : {" Mon ", " Tue ", " Wed ", " Thu ", " Fri ", " Sat ", " Sun "})
-        if (line.contains(QLatin1String(day)))
-            return true;
-    return false;
-}
-
 // Tells why a file that may be a mailbox could not be read; a folder, or a name that leads nowhere, is no mailbox.
 void reportReadError(const QString &path, const ByteSource &source)
 {
@@ -85,7 +75,7 @@ private:
         } else if (!m_subjectSeen && text.startsWith(QLatin1String("Subject:"), Qt::CaseInsensitive)) {
             m_subjectSeen = true;
             storeSubject(text);
-        } else if (isSeparator(text)) {
+        } else if (isMboxSeparator(*line)) {
             const qint64 start = m_reader.position() - text.size();
             endMessage(start);
             m_start = start;
@@ -135,12 +125,21 @@ private:
 };
 } // namespace
 
-bool beginsAsMailbox(const QString &path)
+MailboxStart lookAtMailbox(const QString &path)
 {
-    LineReader reader(LineReader::Mode::Text);
-    const bool begins = reader.open(path) && openedAtSeparator(&reader);
-    reportReadError(path, reader.source());
-    return begins;
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    char bytes[8];
+    ByteSource source = ByteSource::ofFile(path, sizeof bytes);
+    const qint64 got = source.read(0, bytes, sizeof bytes);
+    reportReadError(path, source);
+    if (!source.isOpen() && (source.errorNumber() == 0 || source.errorNumber() == ENOENT))
+        return MailboxStart::NoFile;
+    if (!source.errorString().isEmpty())
+        return MailboxStart::Unreadable;
+    std::string_view start(bytes, static_cast<size_t>(got));
+    if (start.substr(0, mark.size()) == mark)
+        start.remove_prefix(mark.size());
+    return start.substr(0, 5) == "From " ? MailboxStart::Separator : MailboxStart::Other;
 }
 
 bool GetAllFieldsForTree(const QString &path, const std::function<void(qint64, qint64)> &progress)

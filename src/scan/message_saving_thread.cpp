@@ -1,5 +1,6 @@
 #include "scan/message_saving_thread.h"
 
+#include "app/passed_over.h"
 #include "app/shared_state.h"
 #include "platform/byte_source.h"
 #include "scan/store_kinds.h"
@@ -29,6 +30,7 @@ void QMessageSavingThread::run()
     bForOutlookMail = false;
     bProcessRunning = true;
     CleanLinkedList();
+    passedOver.clear();
     bStopFlag = false;
     bParseDatabase = false;
     bParseDatabaseClose = false;
