@@ -1,6 +1,7 @@
 #include "save/mail_saving.h"
 
 #include "app/problem_log.h"
+#include "app/run_step.h"
 #include "app/shared_state.h"
 #include "save/mailbox_copy.h"
 #include "save/mbox_target.h"
@@ -11,6 +12,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <optional>
@@ -144,6 +146,8 @@ void QMailSaving::PostBoxFileSearch()
                 if (bStopFlag)
                     break;
                 saveLedger.enterFolder(folder->folderId);
+                setRunStep({QFileInfo(pathOf(*item)).fileName(), static_cast<qint64>(done) + 1,
+                            static_cast<qint64>(ulCount)});
                 copyMailbox(pathOf(*item), &prepared);
                 ++nextItr;
                 ++done;

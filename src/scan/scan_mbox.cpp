@@ -1,11 +1,14 @@
 #include "scan/message_saving_thread.h"
 
+#include "app/run_step.h"
 #include "app/shared_state.h"
 #include "platform/folder_walk.h"
 #include "scan/folder_ids.h"
 #include "scan/mbox_index.h"
 #include "scan/mbox_tree_path.h"
 #include "text/mbox_names.h"
+
+#include <QFileInfo>
 
 namespace
 {
@@ -59,6 +62,8 @@ void QMessageSavingThread::PostBoxFileSearch()
             return;
         GetAllFilePathInStrList = AllFilePathInStrList.at(nextItr);
         const bool mailbox = mayBeMailbox(GetAllFilePathInStrList);
+        setRunStep(
+            {QFileInfo(GetAllFilePathInStrList).fileName(), nextItr + 1, AllFilePathInStrList.size()});
         const bool indexed = m_indexMessages ? indexWithProgress(GetAllFilePathInStrList, mailbox)
                                              : mailbox && beginsAsMailbox(GetAllFilePathInStrList);
         if (indexed && mailbox) {
