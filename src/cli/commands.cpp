@@ -241,5 +241,7 @@ int runCommand(const Arguments &arguments)
     else
         printPreviews(arguments, shown);
     sayProblems();
-    return stopSignalled() ? ExitStopped : status;
+    if (stopSignalled())
+        return ExitStopped;
+    return takeUnread() ? ExitEndedEarly : status;
 }
