@@ -1,6 +1,7 @@
 #include "scan/message_saving_thread.h"
 
 #include "app/passed_over.h"
+#include "app/run_step.h"
 #include "app/shared_state.h"
 #include "platform/folder_walk.h"
 #include "scan/folder_ids.h"
@@ -8,6 +9,8 @@
 #include "scan/mbox_tree_path.h"
 #include "scan/passed_over_scan.h"
 #include "text/mbox_names.h"
+
+#include <QFileInfo>
 
 namespace
 {
@@ -79,6 +82,8 @@ void QMessageSavingThread::PostBoxFileSearch()
             return;
         GetAllFilePathInStrList = AllFilePathInStrList.at(nextItr);
         const bool mailbox = mayBeMailbox(GetAllFilePathInStrList);
+        setRunStep(
+            {QFileInfo(GetAllFilePathInStrList).fileName(), nextItr + 1, AllFilePathInStrList.size()});
         const MailboxStart start = lookAtMailbox(GetAllFilePathInStrList);
         const bool begins = start == MailboxStart::Separator;
         if (m_indexMessages && begins)
