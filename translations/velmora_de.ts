@@ -78,6 +78,13 @@
     </message>
 </context>
 <context>
+    <name>HeaderPane</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+</context>
+<context>
     <name>ImportMsgDlg</name>
     <message>
         <source>Velmora Mail Converter</source>
@@ -90,6 +97,17 @@
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt;Click to view steps of importing mailbox to :&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
         <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt;So wird das Postfach importiert in:&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+</context>
+<context>
+    <name>MailView</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Select &amp;All</source>
+        <translation>&amp;Alles auswählen</translation>
     </message>
 </context>
 <context>
@@ -199,7 +217,7 @@ Velmora Mail Converter beenden? </translation>
     </message>
     <message>
         <source>Saving Database File ...</source>
-        <translation>Postfach wird gesichert ...</translation>
+        <translation>Postfach wird gespeichert ...</translation>
     </message>
     <message>
         <source>Scanning Database File ...</source>
@@ -215,7 +233,7 @@ Das Postfach ist eingelesen.</translation>
         <source>
 File saved successfully at location </source>
         <translation>
-Erfolgreich gesichert unter </translation>
+Erfolgreich gespeichert unter </translation>
     </message>
     <message>
         <source>
@@ -225,7 +243,7 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>Save Converted File</source>
-        <translation>Konvertierte Datei sichern</translation>
+        <translation>Konvertierte Datei speichern</translation>
     </message>
     <message>
         <source>Open File</source>
@@ -253,7 +271,7 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>&amp;View Knowledgebase Articles</source>
-        <translation>&amp;Artikel der Wissensdatenbank anzeigen</translation>
+        <translation>Artikel der &amp;Wissensdatenbank anzeigen</translation>
     </message>
     <message>
         <source>&amp;Submit Enquiry</source>
@@ -265,7 +283,7 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>Save</source>
-        <translation>Sichern</translation>
+        <translation>Speichern</translation>
     </message>
     <message>
         <source>Help</source>
@@ -277,7 +295,7 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>Open &amp; Save File</source>
-        <translation>Datei öffnen und sichern</translation>
+        <translation>Datei öffnen und speichern</translation>
     </message>
     <message>
         <source>&amp;VelmoraMailConverter</source>
@@ -321,7 +339,7 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>Select a folder to save.</source>
-        <translation>Wählen Sie einen Ordner, der gesichert werden soll.</translation>
+        <translation>Wählen Sie einen Ordner, der gespeichert werden soll.</translation>
     </message>
     <message>
         <source>Open Directory</source>
