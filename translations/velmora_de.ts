@@ -82,6 +82,13 @@
     </message>
 </context>
 <context>
+    <name>HeaderPane</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+</context>
+<context>
     <name>ImportMsgDlg</name>
     <message>
         <source>Velmora Mail Converter</source>
@@ -102,6 +109,17 @@
     <message>
         <source>Open Folder</source>
         <translation>Ordner öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>MailView</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Select &amp;All</source>
+        <translation>&amp;Alles auswählen</translation>
     </message>
 </context>
 <context>
@@ -265,7 +283,7 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>&amp;View Knowledgebase Articles</source>
-        <translation>&amp;Artikel der Wissensdatenbank anzeigen</translation>
+        <translation>Artikel der &amp;Wissensdatenbank anzeigen</translation>
     </message>
     <message>
         <source>&amp;Submit Enquiry</source>
