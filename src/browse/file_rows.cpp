@@ -44,12 +44,13 @@ bool isCompanion(const QString &file)
 QStringList filesBelow(const QString &folder, void (*keepAlive)())
 {
     QStringList files;
-    walkFolder(folder, [&](const QString &path, bool isFolder) {
+    const auto take = [&](const QString &path, bool isFolder) {
         if (!isFolder)
             files.append(path.trimmed());
         else if (keepAlive)
             keepAlive();
-    });
+    };
+    walkFolder(folder, {take});
     return files;
 }
 

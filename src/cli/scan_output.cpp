@@ -4,6 +4,7 @@
 #include "app/shared_state.h"
 #include "browse/folder_tree.h"
 #include "cli/json_writer.h"
+#include "cli/passed_over_output.h"
 
 #include <QTextStream>
 
@@ -121,6 +122,7 @@ void writeScan(const Arguments &arguments, const ScanResult &scan)
     writeMessages(&json);
     if (bOlmFileFound)
         writeRecords(&json);
+    writePassedOver(&json);
     json.endObject();
 }
 

@@ -120,12 +120,21 @@ private:
 };
 } // namespace
 
-bool beginsAsMailbox(const QString &path)
+MailboxStart lookAtMailbox(const QString &path)
 {
-    LineReader reader(LineReader::Mode::Text);
-    const bool begins = reader.open(path) && opensAtSeparator(&reader);
-    reportReadError(path, reader.source());
-    return begins;
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    char bytes[8];
+    ByteSource source = ByteSource::ofFile(path, sizeof bytes);
+    const qint64 got = source.read(0, bytes, sizeof bytes);
+    reportReadError(path, source);
+    if (!source.isOpen() && (source.errorNumber() == 0 || source.errorNumber() == ENOENT))
+        return MailboxStart::NoFile;
+    if (!source.errorString().isEmpty())
+        return MailboxStart::Unreadable;
+    std::string_view start(bytes, static_cast<size_t>(got));
+    if (start.substr(0, mark.size()) == mark)
+        start.remove_prefix(mark.size());
+    return start.substr(0, 5) == "From " ? MailboxStart::Separator : MailboxStart::Other;
 }
 
 bool GetAllFieldsForTree(const QString &path, const std::function<void(qint64, qint64)> &progress)

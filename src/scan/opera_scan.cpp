@@ -1,5 +1,6 @@
 #include "scan/opera_scan.h"
 
+#include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "scan/folder_ids.h"
 #include "scan/opera_message.h"
@@ -35,6 +36,7 @@ bool OperaScan::find()
     m_messages.emplace(*messages,
                        [fields = m_fields](const QString &path) { return readOperaMessage(path, fields); });
     m_accounts.emplace(accounts->isEmpty() ? QString() : accounts->last(), scanAccounts);
+    reportUnread(m_accounts->errorString());
     return true;
 }
 

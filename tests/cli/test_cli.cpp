@@ -160,6 +160,20 @@ private slots:
         QCOMPARE(readFiles(out() + "/elsewhere"), (FileMap{{"precious", "kept"}}));
     }
 
+    // Refused before anything is read: what would go is the store.
+    void bundleIsTheStore()
+    {
+        const FileMap files{{"Mail/Local Folders/Inbox", mailbox}};
+        writeFiles(bundle(), files);
+        QVERIFY(QFile::link(bundle(), out() + "/link"));
+        for (const QString &way : {bundle(), bundle() + "/Mail", out() + "/link"}) {
+            const Run run = convert({"convert", "--client", "3", "--replace", "--out", out(), way});
+            QCOMPARE(run.status, 2);
+            QVERIFY2(run.err.contains("Main Identity.rge") && run.err.count('\n') == 1, run.err);
+            QCOMPARE(readFiles(bundle()), files);
+        }
+    }
+
     void unwritableTarget()
     {
         const QString name(252, 'x'); // with ".mbox" behind it longer than a file name may be
