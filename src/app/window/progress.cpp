@@ -188,10 +188,10 @@ void QConverterMainWindow::finishSave()
         return;
     pMailSaving->wait(); // it may still be looking at the records of further folders
     IsPreview = false;
-    const bool unread = takeUnread();
-    const bool unwritten = takeUnwritten();
-    bundlePlace.finish(!unread && !unwritten && saveLedger.isComplete() && saveLedger.addsUp());
-    if (takeUnwritten() || unwritten) {
+    const bool lost = takeUnread() | takeUnwritten();
+    const bool isWhole = !lost && saveLedger.isComplete() && saveLedger.addsUp();
+    bundlePlace.finish(isWhole);
+    if (!isWhole || takeUnwritten()) {
         showSaveResult(tr("\nWhat was saved so far is at location ") + FileSavingPath);
         return;
     }
