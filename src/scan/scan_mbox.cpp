@@ -19,7 +19,7 @@ void tellNoMailbox(MailboxStart start)
 {
     if (start == MailboxStart::Separator)
         passedOver.add(GetAllFilePathInStrList, PassedOverReason::ExcludedName);
-    else if (start == MailboxStart::Unreadable && mayBeMailbox(GetAllFilePathInStrList))
+    else if (start == MailboxStart::Unreadable)
         passedOver.add(GetAllFilePathInStrList, PassedOverReason::Unreadable);
     else
         passedOver.addOther();
@@ -35,16 +35,17 @@ void recordMailbox(const QString &entry)
 }
 } // namespace
 
-// Gathers every entry below the selected folder, folders and files alike. Paths are used trimmed, so that a file whose
-// name ends with a blank can't be reached, and must not stand for another.
+// Gathers every entry below the selected folder, folders and files alike. Paths are used trimmed, so that one that ends
+// with a blank can't be reached, and must not stand for another: the folder "Inbox " not for the mailbox "Inbox". What is
+// in such a folder has a path that does not change.
 void QMessageSavingThread::OnGetAllFileAndDir(const QString &path)
 {
     FolderVisit visit;
     visit.entry = [](const QString &entry, bool isFolder) {
-        if (!isFolder && entry.trimmed() != entry)
+        if (entry.trimmed() == entry)
+            AllFilePathInStrList.append(entry);
+        else if (!isFolder)
             passedOver.add(entry, PassedOverReason::Name);
-        else
-            AllFilePathInStrList.append(entry.trimmed());
     };
     visit.oddName = [](const QString &entry, bool) { passedOver.add(entry, PassedOverReason::Name); };
     visit.unreadable = tellUnreadableFolder;
