@@ -7,6 +7,7 @@
 #include "scan/folder_ids.h"
 #include "scan/mbox_index.h"
 #include "scan/mbox_tree_path.h"
+#include "scan/no_data_reason.h"
 #include "scan/passed_over_scan.h"
 #include "text/mbox_names.h"
 
@@ -73,6 +74,7 @@ void QMessageSavingThread::PostBoxFileSearch()
     bCheckFucntion = false;
     OnGetAllFileAndDir(m_selectedFile);
     if (!bCheckFucntion) {
+        reportNoData(true);
         emit OnIndivisibleProgressvalue(100);
         emit NoDataIntoFile();
         return;
@@ -101,6 +103,7 @@ void QMessageSavingThread::PostBoxFileSearch()
     if (bStopFlag)
         return;
     if (!anyMailbox) {
+        reportNoData(true);
         emit NoDataIntoFile();
         return;
     }
