@@ -8,40 +8,61 @@
 
 namespace
 {
-struct CommandName {
+struct CommandRow {
     const char *name;
     Command command;
-    QStringList options; ///< allowed beside those that every command takes
+    const char *arguments; ///< as --help shows them, a line feed where it goes on in the next line
+    const char *about;
 };
 
-const std::vector<CommandName> &commandNames()
-{
-    static const std::vector<CommandName> rows = {
-        {"scan", Command::Scan, {}},
-        {"list", Command::List, {QStringLiteral("folder")}},
-        {"preview", Command::Preview, {QStringLiteral("folder")}},
-        {"convert",
-         Command::Convert,
-         {QStringLiteral("folder"), QStringLiteral("to"), QStringLiteral("replace"), QStringLiteral("out"),
-          QStringLiteral("dry-run"), QStringLiteral("check"), QStringLiteral("report")}},
-    };
-    return rows;
-}
+const CommandRow commandRows[] = {
+    {"scan", Command::Scan, "--client CLIENT [--json] STORE",
+     "Show the folders of a store and how many messages each holds."},
+    {"list", Command::List, "--client CLIENT [--json] [--folder TREE]... STORE",
+     "Show the sender and subject of each message."},
+    {"preview", Command::Preview, "--client CLIENT [--json] [--folder TREE]... STORE",
+     "Show the headers and the text of each message."},
+    {"convert", Command::Convert,
+     "--client CLIENT [--json] [--folder TREE]...\n"
+     "[--to TARGET] [--replace] [--exact] [--dry-run]\n"
+     "[--check] [--report FILE] --out DIR STORE",
+     "Write the folders to a bundle in DIR, and account for every message."},
+};
 
-void addOptions(QCommandLineParser *parser)
+struct OptionRow {
+    QStringList names; ///< what messages call it comes first
+    const char *value;
+    QVector<Command> commands; ///< that take it; none: all of them
+    const char *about;         ///< a line feed where it goes on in the next line
+};
+
+const std::vector<OptionRow> &optionRows()
 {
-    const auto add = [parser](const char *name, const char *value = "") {
-        QCommandLineOption option(QString::fromLatin1(name));
-        option.setValueName(QString::fromLatin1(value));
-        parser->addOption(option);
+    const auto names = [](const char *words) { return QString::fromLatin1(words).split(QLatin1Char(' ')); };
+    const QVector<Command> stores{Command::Scan, Command::List, Command::Preview, Command::Convert};
+    const QVector<Command> folders{Command::List, Command::Preview, Command::Convert};
+    const QVector<Command> saves{Command::Convert};
+    // clang-format off
+    static const std::vector<OptionRow> rows = {
+        {names("client"), "CLIENT", stores, "Whose store it is: a name or number of the list below."},
+        {names("folder"), "TREE", folders, "Only this folder, named by the folders on the way to it:\n"
+                                           "\"Mail/Local Folders/Inbox\". For convert all below it too."},
+        {names("out o output"), "DIR", saves, "An existing folder for the bundle, \"Main Identity.rge\"\n"
+                                              "(Outlook 2011) or \"Main Identity.mbox\" (Apple Mail)."},
+        {names("to"), "TARGET", saves, "outlook or apple-mail. Without it Outlook, where it can be\n"
+                                    "written from the store."},
+        {names("replace"), "", saves, "Replace a bundle that is already there."},
+        {names("exact"), "", saves, "Keep every byte of every message."},
+        {names("dry-run"), "", saves, "Write no bundle, only tell what would be written."},
+        {names("check"), "", saves, "Read the bundle again and compare it with what was written."},
+        {names("report"), "FILE", saves, "Write the account of all messages to FILE (.json: as JSON)."},
+        {names("json"), "", {}, "Print one JSON document instead of text."},
+        {names("quiet q"), "", {}, "Show no progress. It is shown only on a terminal."},
+        {names("help h"), "", {}, "Print this text."},
+        {names("version v"), "", {}, "Print the version."},
     };
-    add("client", "CLIENT");
-    add("folder", "TREE");
-    add("to", "TARGET");
-    add("out", "DIR");
-    add("report", "FILE");
-    for (const char *flag : {"json", "quiet", "replace", "dry-run", "check", "help", "version"})
-        add(flag);
+    // clang-format on
+    return rows;
 }
 
 QString absolutePath(const QString &path)
@@ -70,6 +91,7 @@ QString chooseTarget(const QCommandLineParser &parser, Arguments *arguments)
 QString readConvertOptions(const QCommandLineParser &parser, Arguments *arguments)
 {
     arguments->replace = parser.isSet(QStringLiteral("replace"));
+    arguments->exact = parser.isSet(QStringLiteral("exact"));
     arguments->dryRun = parser.isSet(QStringLiteral("dry-run"));
     arguments->check = parser.isSet(QStringLiteral("check"));
     arguments->report = parser.value(QStringLiteral("report"));
@@ -83,12 +105,47 @@ QString readConvertOptions(const QCommandLineParser &parser, Arguments *argument
     return {};
 }
 
-QString checkOptions(const QCommandLineParser &parser, const CommandName &command)
+QString checkOptions(const QCommandLineParser &parser, const CommandRow &command)
 {
-    for (const char *name : {"folder", "to", "out", "replace", "dry-run", "check", "report"})
-        if (parser.isSet(QLatin1String(name)) && !command.options.contains(QLatin1String(name)))
-            return QStringLiteral("%1 takes no --%2").arg(QLatin1String(command.name), QLatin1String(name));
+    for (const OptionRow &option : optionRows())
+        if (!option.commands.isEmpty() && !option.commands.contains(command.command) &&
+            parser.isSet(option.names.first()))
+            return QStringLiteral("%1 takes no --%2").arg(QLatin1String(command.name), option.names.first());
     return {};
+}
+
+QString withoutSlash(QString tree)
+{
+    while (tree.size() > 1 && tree.endsWith(QLatin1Char('/')))
+        tree.chop(1);
+    return tree;
+}
+
+QString readPlaces(const QStringList &words, Arguments *arguments)
+{
+    for (const QString &word : words.isEmpty() ? QStringList(QDir::homePath()) : words) {
+        if (word.isEmpty())
+            return QStringLiteral("find can't look below a folder without a name");
+        arguments->places.append(absolutePath(word));
+    }
+    return {};
+}
+
+QString readStore(const QCommandLineParser &parser, const CommandRow &command, Arguments *arguments)
+{
+    const QString name = QLatin1String(command.name);
+    const QStringList words = parser.positionalArguments();
+    if (!parser.isSet(QStringLiteral("client")))
+        return QStringLiteral("%1 needs --client CLIENT").arg(name);
+    arguments->kind = findStoreKind(parser.value(QStringLiteral("client")));
+    if (!arguments->kind)
+        return QStringLiteral("unknown client: ") + parser.value(QStringLiteral("client"));
+    if (words.size() != 2 || words.at(1).isEmpty())
+        return QStringLiteral("%1 needs one STORE").arg(name);
+    arguments->store = absolutePath(words.at(1));
+    for (const QString &tree : parser.values(QStringLiteral("folder")))
+        arguments->folders.append(withoutSlash(tree));
+    return command.command == Command::Convert ? readConvertOptions(parser, arguments) : QString();
 }
 
 QString readArguments(const QCommandLineParser &parser, Arguments *arguments)
@@ -96,24 +153,66 @@ QString readArguments(const QCommandLineParser &parser, Arguments *arguments)
     const QStringList words = parser.positionalArguments();
     if (words.isEmpty())
         return QStringLiteral("no command; try --help");
-    const auto &rows = commandNames();
-    const auto row = std::find_if(rows.begin(), rows.end(),
-                                  [&](const CommandName &r) { return words.at(0) == QLatin1String(r.name); });
-    if (row == rows.end())
+    const auto row = std::find_if(std::begin(commandRows), std::end(commandRows),
+                                  [&](const CommandRow &r) { return words.at(0) == QLatin1String(r.name); });
+    if (row == std::end(commandRows))
         return QStringLiteral("unknown command: ") + words.at(0);
     arguments->command = row->command;
     if (const QString error = checkOptions(parser, *row); !error.isEmpty())
         return error;
-    arguments->kind = findStoreKind(parser.value(QStringLiteral("client")));
-    if (!parser.isSet(QStringLiteral("client")))
-        return QStringLiteral("%1 needs --client CLIENT").arg(words.at(0));
-    if (!arguments->kind)
-        return QStringLiteral("unknown client: ") + parser.value(QStringLiteral("client"));
-    if (words.size() != 2 || words.at(1).isEmpty())
-        return QStringLiteral("%1 needs one STORE").arg(words.at(0));
-    arguments->store = absolutePath(words.at(1));
-    arguments->folders = parser.values(QStringLiteral("folder"));
-    return row->command == Command::Convert ? readConvertOptions(parser, arguments) : QString();
+    return row->command == Command::Find ? readPlaces(words.mid(1), arguments)
+                                         : readStore(parser, *row, arguments);
+}
+
+QString indented(const char *text, int columns)
+{
+    return QString::fromLatin1(text).replace(QLatin1Char('\n'),
+                                             QLatin1Char('\n') + QString(columns, QLatin1Char(' ')));
+}
+
+QString helpOfCommands()
+{
+    constexpr int nameColumns = 26;
+    QString text;
+    for (const CommandRow &row : commandRows)
+        text += QStringLiteral("  velmora-convert %1 %2\n      %3\n")
+                    .arg(QLatin1String(row.name), -7)
+                    .arg(indented(row.arguments, nameColumns), QLatin1String(row.about));
+    return text;
+}
+
+// "  -o, --out, --output DIR", and what it does.
+QString helpOfOptions()
+{
+    constexpr int nameColumns = 20;
+    const QString gap(nameColumns, QLatin1Char(' '));
+    QString text;
+    for (const OptionRow &row : optionRows()) {
+        QStringList names;
+        for (const QString &name : row.names)
+            names.insert(name.size() == 1 ? 0 : names.size(),
+                         (name.size() == 1 ? QLatin1String("-") : QLatin1String("--")) + name);
+        const QString head = QStringLiteral("  %1 %2")
+                                 .arg(names.join(QLatin1String(", ")), QLatin1String(row.value))
+                                 .trimmed();
+        text += QStringLiteral("  ") + head.leftJustified(nameColumns - 2);
+        if (head.size() > nameColumns - 4)
+            text += QLatin1Char('\n') + gap;
+        text += indented(row.about, nameColumns) + QLatin1Char('\n');
+    }
+    return text;
+}
+
+QString helpOfClients()
+{
+    QString text;
+    for (const StoreKind &kind : storeKinds())
+        if (kind.client > 0)
+            text += QStringLiteral("  %1 %2  %3\n")
+                        .arg(QLatin1String(kind.cliName), -12)
+                        .arg(kind.client, 2)
+                        .arg(QLatin1String(kind.label));
+    return text;
 }
 } // namespace
 
@@ -121,7 +220,8 @@ Arguments parseArguments(const QStringList &arguments)
 {
     Arguments result;
     QCommandLineParser parser;
-    addOptions(&parser);
+    for (const OptionRow &row : optionRows())
+        parser.addOption({row.names, QString(), QLatin1String(row.value)});
     if (!parser.parse(arguments)) {
         result.error = parser.errorText();
         return result;
@@ -140,28 +240,18 @@ Arguments parseArguments(const QStringList &arguments)
 
 QString helpText()
 {
-    QString clients;
-    for (const StoreKind &kind : storeKinds())
-        if (kind.client > 0)
-            clients += QStringLiteral("  %1 %2  %3\n")
-                           .arg(QString::fromLatin1(kind.cliName).leftJustified(12))
-                           .arg(kind.client, 2)
-                           .arg(QString::fromLatin1(kind.label));
     return QStringLiteral(
                "velmora-convert: moves mail from one mail client's store to a bundle for another.\n\n"
-               "  velmora-convert scan    --client CLIENT [--json] STORE\n"
-               "  velmora-convert list    --client CLIENT [--json] [--folder TREE]... STORE\n"
-               "  velmora-convert preview --client CLIENT [--json] [--folder TREE]... STORE\n"
-               "  velmora-convert convert --client CLIENT [--json] [--folder TREE]...\n"
-               "                          [--to outlook|apple-mail] [--replace] --out DIR STORE\n"
+               "%1"
                "  velmora-convert --help | --version\n\n"
-               "STORE is the folder (or the .olm file) of the mail client; it is only read.\n"
-               "TREE names a folder by the names on the way to it: \"Mail/Local Folders/Inbox\".\n"
-               "--out DIR gets the bundle \"Main Identity.rge\" (Outlook 2011) or\n"
-               "\"Main Identity.mbox\" (Apple Mail); --replace removes an old one first.\n"
-               "--quiet shows no progress. Progress goes to a terminal only.\n\n"
-               "CLIENT, by name or number:\n%1\n"
+               "STORE is the folder (or the .olm file) of the mail client; it is only read.\n\n"
+               "Options:\n%2\n"
+               "CLIENT, by name or number:\n%3\n"
+               "Examples:\n"
+               "  velmora-convert scan --client apple-mbox ~/Desktop/Inbox.mbox\n"
+               "  velmora-convert convert --client thunderbird --to apple-mail --exact \\\n"
+               "      -o ~/Desktop ~/.thunderbird/abcd.default\n\n"
                "Exit status: 0 done, 1 nothing to read, 2 usage, 3 stopped by a signal,\n"
-               "4 ended early or the bundle can't be written.\n")
-        .arg(clients);
+               "4 something could not be read or written; what was reached is kept.\n")
+        .arg(helpOfCommands(), helpOfOptions(), helpOfClients());
 }

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QStringList>
 
-enum class Command { Scan, List, Preview, Convert, Help, Version };
+enum class Command { Scan, List, Preview, Convert, Find, Help, Version };
 
 /// Exit statuses of velmora-convert.
 enum ExitStatus { ExitDone = 0, ExitNothing = 1, ExitUsage = 2, ExitStopped = 3, ExitEndedEarly = 4 };
@@ -15,11 +15,13 @@ struct Arguments {
     Command command = Command::Help;
     const StoreKind *kind = nullptr;
     QString store;       ///< absolute, no trailing "/"
-    QStringList folders; ///< tree paths of --folder, in the order given
+    QStringList folders; ///< tree paths of --folder, in the order given, no trailing "/"
+    QStringList places;  ///< find: the folders to look below, absolute; at least one
     bool json = false;
     bool quiet = false;
     bool replace = false;
     bool toAppleMail = false; ///< convert: the Apple Mail bundle, else the Outlook one
+    bool exact = false;       ///< convert: every byte of every message is kept
     bool dryRun = false;      ///< convert: nothing is written but the report
     bool check = false;       ///< convert: the bundle is read again
     QString report;           ///< convert: file for the report, "" for none

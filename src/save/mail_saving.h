@@ -56,9 +56,16 @@ private:
     void saveFiles(const FileSaveRow &row);
     /// Copies one mailbox file of an mbox store; `prepared`: the bundle is laid out.
     void copyMailbox(const QString &path, bool *prepared);
+    /// The exact copies of all ticked folders; the next two give false after a stop.
+    void saveExactCopies();
+    bool saveExactFiles();
+    bool saveExactArchive();
+    /// Sends a percentage that is not the one sent last.
+    void showPercent(int percent);
     /// OnSubProgressHide, ProgressDailogHide, FinishSaving. All is written; before the first time it goes to the disk.
     void emitFinished();
 
     QWaitCondition m_wait;
+    int m_shownPercent = -1;
     bool m_isOnDisk = false; ///< of this save
 };

@@ -46,7 +46,8 @@ private slots:
         for (const char *arguments :
              {"sing --client 3 /tmp", "scan /tmp", "scan --client 0 /tmp", "scan --client mutt /tmp",
               "scan --client 3", "scan --client 3 /tmp /usr", "scan --client 3 --fast /tmp",
-              "scan --client 3 --replace /tmp", "convert --client 3 /tmp",
+              "scan --client 3 --replace /tmp", "scan --client 3 --exact /tmp",
+              "list --client 3 --report x /tmp", "convert --client 3 /tmp",
               "convert --client 3 --out /nowhere/at/all /tmp", "convert --client 3 --to mutt --out /tmp /tmp",
               "convert --client apple-mbox --to apple-mail --out /tmp /tmp",
               "convert --client olm --to outlook --out /tmp /tmp"})
@@ -59,9 +60,10 @@ private slots:
     {
         const Run help = convert({"--help"});
         QCOMPARE(help.status, 0);
+        QCOMPARE(convert({"-h"}).out, help.out);
         for (const char *client : {"apple-mbox", "outspring", "opera"})
             QVERIFY2(help.out.contains(client), client);
-        QCOMPARE(convert({"--version"}).out, QByteArray("velmora-convert " VELMORA_VERSION "\n"));
+        QCOMPARE(convert({"-v"}).out, QByteArray("velmora-convert " VELMORA_VERSION "\n"));
     }
 
     void nothingToRead()
@@ -104,7 +106,7 @@ private slots:
         QCOMPARE(all.json()["folders"].toArray().size(), 4);
 
         const Run one =
-            convert({"list", "--client", "3", "--json", "--folder", "Mail/Local Folders/Sent", store()});
+            convert({"list", "--client", "3", "--json", "--folder", "Mail/Local Folders/Sent/", store()});
         QCOMPARE(one.json()["folders"].toArray().size(), 1);
         const QJsonValue folder = one.json()["folders"][0];
         QCOMPARE(folder["tree"].toString(), QString("Mail/Local Folders/Sent"));
@@ -121,7 +123,7 @@ private slots:
     void convertAndReplace()
     {
         QStringList one{"convert", "--client", "3", "--json", "--folder", "Mail/Local Folders/Inbox"};
-        one << "--out" << out() << store();
+        one << "-o" << out() << store();
         const Run first = convert(one);
         QCOMPARE(first.status, 0);
         QCOMPARE(first.json()["outcome"].toString(), QString("finished"));
@@ -140,8 +142,9 @@ private slots:
         QCOMPARE(convert(one + QStringList{"--replace"}).status, 0);
         QCOMPARE(readFiles(bundle()), written);
 
-        QCOMPARE(convert({"convert", "--client", "3", "--to", "apple-mail", "--out", out(), store()}).status,
-                 0);
+        QCOMPARE(
+            convert({"convert", "--client", "3", "--to", "apple-mail", "--output", out(), store()}).status,
+            0);
         QCOMPARE(readFiles(out() + "/Main Identity.mbox").keys(),
                  (QStringList{"Mail/Local Folders/Inbox/Inbox.mbox", "Mail/Local Folders/Sent/Sent.mbox"}));
     }
