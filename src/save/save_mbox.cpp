@@ -1,6 +1,7 @@
 #include "save/mail_saving.h"
 
 #include "app/problem_log.h"
+#include "app/run_step.h"
 #include "app/shared_state.h"
 #include "save/bundle_place.h"
 #include "save/mailbox_copy.h"
@@ -11,6 +12,7 @@
 #include "text/mbox_names.h"
 
 #include <QElapsedTimer>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <optional>
@@ -144,7 +146,9 @@ void QMailSaving::PostBoxFileSearch()
                 if (bStopFlag)
                     break;
                 saveLedger.enterFolder(folder->folderId);
-                copyMailbox(pathOf(*item), &prepared);
+                setRunStep({QFileInfo(item->path).fileName(), static_cast<qint64>(done) + 1,
+                            static_cast<qint64>(ulCount)});
+                copyMailbox(item->path, &prepared);
                 ++nextItr;
                 ++done;
             }

@@ -2,7 +2,6 @@
 
 #include "app/olm_records.h"
 #include "app/problem_log.h"
-#include "app/records.h"
 #include "app/shared_state.h"
 
 #include <QFileInfo>
@@ -18,6 +17,15 @@ quint64 countTickedItems()
     return count;
 }
 
+quint64 countTickedMessages()
+{
+    quint64 count = 0;
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
+        if (folder->state == stateTicked)
+            count += olmRecordsOfFolder(folder->folderId).size();
+    return count;
+}
+
 qint64 tickedBytes()
 {
     qint64 bytes = 0;
@@ -26,15 +34,6 @@ qint64 tickedBytes()
             for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
                 bytes += QFileInfo(pathOf(*item)).size();
     return bOlmFileFound ? QFileInfo(m_selectedFile).size() : bytes;
-}
-
-quint64 countTickedMessages()
-{
-    quint64 count = 0;
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
-        if (folder->state == stateTicked)
-            count += olmRecordsOfFolder(folder->folderId).size();
-    return count;
 }
 
 void enterTickedFolders()
@@ -59,7 +58,7 @@ void leaveOutFiles(quint64 first, LeftOutReason reason,
             if (number++ < first)
                 continue;
             LeftOutItem leftOut;
-            leftOut.path = pathOf(*item);
+            leftOut.path = item->path;
             leftOut.messages = countOf(leftOut.path);
             leftOut.reason = reason;
             saveLedger.addFound(leftOut.messages.value_or(0));

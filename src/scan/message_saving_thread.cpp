@@ -1,5 +1,6 @@
 #include "scan/message_saving_thread.h"
 
+#include "app/passed_over.h"
 #include "app/shared_state.h"
 #include "app/start_worker.h"
 #include "platform/byte_source.h"
@@ -30,6 +31,7 @@ void QMessageSavingThread::run()
     bForOutlookMail = false;
     bProcessRunning = true;
     CleanLinkedList();
+    passedOver.clear();
     bStopFlag = false;
     bParseDatabase = false;
     bParseDatabaseClose = false;

@@ -234,6 +234,8 @@ void Walk::useEntry(const Entry &entry)
         if (components.contains(QLatin1String(name.data(), static_cast<int>(name.size()))))
             return;
     m_result.compressed += entry.compressed ? 1 : 0;
+    if (entry.compressed && m_events.compressed)
+        m_events.compressed(entry.name);
     const QString &last = components.last();
     if (last.contains(QLatin1String("__message_attachment__")) && last.contains(QLatin1String(".xml"))) {
         giveMessages(entry.data, entry.size, olmFolderOfEntry(entry.name), entry.next);

@@ -26,6 +26,8 @@ struct OlmWalkEvents {
     /// An attachment: its entry's name, and where its bytes stand; compressed ones are no use there.
     std::function<void(const QString &name, qint64 offset, qint64 size, bool compressed)> attachment;
     std::function<void(const OlmText &text)> messages;
+    /// An entry whose contents are compressed, so that nothing of it can be read. May be empty.
+    std::function<void(const QString &name)> compressed;
 };
 
 /// How a walk ended.

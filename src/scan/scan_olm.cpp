@@ -1,6 +1,7 @@
 #include "scan/message_saving_thread.h"
 
 #include "app/olm_records.h"
+#include "app/passed_over.h"
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "scan/folder_ids.h"
@@ -84,6 +85,9 @@ void QMessageSavingThread::CreateFile()
         InitializeMLRC(text.folder, text.end);
         placeRecords(last ? last->pNext : TmpMlrcPtrStart, *text.xml, text.start);
         pBuff = nullptr;
+    };
+    events.compressed = [](const QString &name) {
+        passedOver.add(m_selectedFile + QLatin1Char('/') + name, PassedOverReason::Compressed);
     };
     const OlmWalkResult walk = walkOlm(m_archive.get(), events);
     reportOlmProblems(walk);

@@ -1,5 +1,7 @@
 #include "text/mbox_separator.h"
 
+#include "text/line_reader.h"
+
 #include <algorithm>
 #include <string>
 
@@ -8,21 +10,46 @@ namespace
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view start = "From ";
 constexpr std::string_view days = "Mon Tue Wed Thu Fri Sat Sun ";
+constexpr size_t dayBytes = 4; // a blank included
+
+bool hasOrderMark(std::string_view text)
+{
+    return text.substr(0, byteOrderMark.size()) == byteOrderMark;
+}
+
+bool holdsWeekday(std::string_view text)
+{
+    for (size_t at = text.find(' '); at < text.size() && at + dayBytes < text.size();
+         at = text.find(' ', at + 1))
+        if (text[at + dayBytes] == ' ' && days.find(text.substr(at + 1, dayBytes)) % dayBytes == 0)
+            return true;
+    return false;
+}
 } // namespace
+
+bool startsAsSeparator(std::string_view line)
+{
+    return line.substr(hasOrderMark(line) ? byteOrderMark.size() : 0, start.size()) == start;
+}
 
 bool isMboxSeparator(std::string_view line)
 {
-    line = line.substr(0, line.find('\0'));
-    if (line.substr(0, byteOrderMark.size()) == byteOrderMark)
-        line.remove_prefix(byteOrderMark.size());
-    if (line.substr(0, start.size()) != start)
-        return false;
-    constexpr size_t dayBytes = 4; // its blank included
-    for (size_t at = start.size() - 1; at + dayBytes < line.size(); ++at)
-        if (line[at] == ' ' && line[at + dayBytes] == ' ' &&
-            days.find(line.substr(at + 1, dayBytes)) % dayBytes == 0)
-            return true;
-    return false;
+    return startsAsSeparator(line) && holdsWeekday(line.substr(0, line.find('\0')));
+}
+
+void SeparatorLine::take(std::string_view piece)
+{
+    if (m_ended)
+        return;
+    const size_t zero = piece.find('\0');
+    m_ended = zero != std::string_view::npos;
+    piece = piece.substr(0, zero);
+    m_seam += piece.substr(0, dayBytes);
+    m_hasWeekday = m_hasWeekday || holdsWeekday(piece) || holdsWeekday(m_seam);
+    m_seam = piece.substr(piece.size() - std::min(piece.size(), dayBytes));
+    // Only at the front of the line is a mark dropped.
+    const bool keepsMark = m_units > 0 && hasOrderMark(piece);
+    m_units += wholeLineText(piece).size() + (keepsMark ? 1 : 0);
 }
 
 bool isMboxSeparator(std::string_view lineStart, ByteSource *source, qint64 next)

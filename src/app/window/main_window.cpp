@@ -122,7 +122,8 @@ void QConverterMainWindow::createStatusBar()
 void QConverterMainWindow::closeEvent(QCloseEvent *event)
 {
     event->ignore();
-    if (bProcessRunning) {
+    const bool saving = IsPreview && pMailSaving->isRunning();
+    if (bProcessRunning || saving) {
         if (m_pProgressInfo)
             m_pProgressInfo->show();
         QMessageBox::warning(this, QLatin1String(boxTitle),
@@ -132,9 +133,11 @@ void QConverterMainWindow::closeEvent(QCloseEvent *event)
     if (closeevent == 0) {
         if (QMessageBox::warning(this, QLatin1String(boxTitle),
                                  tr("\nDo you want to close Velmora Mail Converter? "),
-                                 QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes)
             return;
         ++closeevent;
     }
+    if (m_pProgressInfo)
+        m_pProgressInfo->hide(); // it closes by no other way, and the program ends with its last window
     event->accept();
 }

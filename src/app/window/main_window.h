@@ -43,6 +43,8 @@ public:
     void endRun();
     /// Waits for a worker that is on its way to its end, while the window goes on painting itself.
     void letWorkersEnd();
+    /// A store was dropped on the window: as Open, with this place chosen.
+    void takeDroppedStore(const QString &path);
     /// The selection dialog went away without a scan.
     void onSelectionClosed();
     void enablePreferences();
@@ -151,6 +153,7 @@ private:
     void CreateMailFolder();
     void CreateMailFolderforApple();
     void tellEndedEarly();
+    void tellReport();
     void finishSave();
 
     /// How far a worker is: Active from the start to its end signals, Ending until its thread has ended.
