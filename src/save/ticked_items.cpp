@@ -32,7 +32,7 @@ qint64 tickedBytes()
     for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
         if (folder->state == stateTicked)
             for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
-                bytes += QFileInfo(pathOf(*item)).size();
+                bytes += QFileInfo(item->path).size();
     return bOlmFileFound ? QFileInfo(m_selectedFile).size() : bytes;
 }
 

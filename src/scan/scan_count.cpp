@@ -15,7 +15,7 @@ qint64 messagesOf(qint64 folderId)
         return static_cast<qint64>(items.size());
     qint64 messages = 0;
     for (const MailItemNode *item : items)
-        messages += static_cast<qint64>(messagesOfPath(pathOf(*item)).size());
+        messages += static_cast<qint64>(messagesOfPath(item->path).size());
     return messages;
 }
 } // namespace

@@ -3,7 +3,6 @@
 #include "text/line_reader.h"
 
 #include <algorithm>
-#include <string>
 
 namespace
 {
@@ -37,39 +36,38 @@ bool isMboxSeparator(std::string_view line)
     return startsAsSeparator(line) && holdsWeekday(line.substr(0, line.find('\0')));
 }
 
+bool isMboxSeparator(std::string_view lineStart, ByteSource *source, qint64 next)
+{
+    if (!startsAsSeparator(lineStart))
+        return false;
+    SeparatorLine line;
+    line.take(lineStart);
+    std::string piece(64 * 1024, '\0');
+    while (!line.isSeparator() && !line.hasEnded()) {
+        const qint64 got = source->read(next, piece.data(), static_cast<qint64>(piece.size()));
+        if (got == 0)
+            return false;
+        line.take(std::string_view(piece).substr(0, static_cast<size_t>(got)));
+        next += got;
+    }
+    return line.isSeparator();
+}
+
 void SeparatorLine::take(std::string_view piece)
 {
     if (m_ended)
         return;
+    const size_t behindFeed = piece.find('\n') + 1; // none: npos + 1 is 0
+    if (behindFeed > 0)
+        piece = piece.substr(0, behindFeed);
     const size_t zero = piece.find('\0');
-    m_ended = zero != std::string_view::npos;
+    m_ended = behindFeed > 0 || zero < piece.size();
     piece = piece.substr(0, zero);
     m_seam += piece.substr(0, dayBytes);
     m_hasWeekday = m_hasWeekday || holdsWeekday(piece) || holdsWeekday(m_seam);
-    m_seam = piece.substr(piece.size() - std::min(piece.size(), dayBytes));
+    if (piece.size() > dayBytes)
+        m_seam = piece.substr(piece.size() - dayBytes);
     // Only at the front of the line is a mark dropped.
     const bool keepsMark = m_units > 0 && hasOrderMark(piece);
     m_units += wholeLineText(piece).size() + (keepsMark ? 1 : 0);
-}
-
-bool isMboxSeparator(std::string_view lineStart, ByteSource *source, qint64 next)
-{
-    constexpr size_t seam = 4; // " Mon " may lie across two pieces
-    constexpr qint64 pieceBytes = 64 * 1024;
-    std::string text(lineStart);
-    bool ended = false;
-    while (!isMboxSeparator(text)) {
-        if (ended || text.find('\0') != std::string::npos)
-            return false;
-        text.replace(0, text.size() - std::min(seam, text.size()), start);
-        const size_t kept = text.size();
-        text.resize(kept + static_cast<size_t>(pieceBytes));
-        const qint64 got = source->read(next, text.data() + kept, pieceBytes);
-        next += got;
-        text.resize(kept + static_cast<size_t>(got));
-        const size_t feed = text.find('\n');
-        ended = got == 0 || feed != std::string::npos;
-        text.resize(std::min(feed, text.size()));
-    }
-    return true;
 }

@@ -2,8 +2,6 @@
 
 #include "platform/byte_source.h"
 
-#include <QtGlobal>
-
 #include <string>
 #include <string_view>
 
@@ -17,20 +15,22 @@ bool isMboxSeparator(std::string_view line);
 /// pieces up to its end or to the weekday. What can't be read of it does not count.
 bool isMboxSeparator(std::string_view lineStart, ByteSource *source, qint64 next);
 
-/// The same for a line that starts with "From " and comes in pieces, because it may be of any length. No piece ends
-/// within a character.
+/// A line that starts with "From ", taken in pieces because it may be of any length.
 class SeparatorLine
 {
 public:
+    /// The next bytes of the line.
     void take(std::string_view piece);
-    /// As far as the line has come.
+    /// True as soon as the line holds the weekday.
     bool isSeparator() const { return m_hasWeekday; }
-    /// The line's length as text, up to its first zero byte.
+    /// True behind a line feed or a zero byte: what follows does not count.
+    bool hasEnded() const { return m_ended; }
+    /// The length as text so far, a line feed included. Right where no piece ends within a character.
     qint64 utf16Units() const { return m_units; }
 
 private:
-    std::string m_seam; ///< the last bytes of the piece before
+    std::string m_seam; ///< the last bytes of the piece before: the weekday may lie across two
     bool m_hasWeekday = false;
-    bool m_ended = false; ///< by a zero byte
+    bool m_ended = false;
     qint64 m_units = 0;
 };
