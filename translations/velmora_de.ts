@@ -371,7 +371,7 @@ Das bisher Gesicherte liegt in </translation>
     </message>
     <message>
         <source>The old bundle is kept until the new one is whole, and there may not be the space for both. Removing the old one first would help.</source>
-        <translation>Das alte Paket bleibt, bis das neue vollständig ist, und für beide reicht der Platz vielleicht nicht. Es hülfe, das alte vorher zu löschen.</translation>
+        <translation>Das alte Bündel bleibt, bis das neue vollständig ist, und für beide reicht der Platz vielleicht nicht. Es hülfe, das alte vorher zu löschen.</translation>
     </message>
     <message>
         <source>Current scan information will be discarded if you select another mailbox. Do you want to continue?</source>
@@ -882,11 +882,11 @@ Vorgang abgebrochen.</translation>
     </message>
     <message>
         <source>the old bundle stays: %1</source>
-        <translation>das alte Paket bleibt: %1</translation>
+        <translation>das alte Bündel bleibt: %1</translation>
     </message>
     <message>
         <source>the old bundle can&apos;t be removed: %1</source>
-        <translation>das alte Paket kann nicht gelöscht werden: %1</translation>
+        <translation>das alte Bündel kann nicht gelöscht werden: %1</translation>
     </message>
 </context>
 </TS>
