@@ -67,6 +67,10 @@ bool FileSaving::save(ByteSource file)
         return false;
     }
     const QStringList parts = m_isPartial ? partsOf(path) : QStringList();
+    if (m_flaw && m_flaw->reason == LeftOutReason::Stopped) {
+        leaveOut(m_flaw->reason); // without its parts it would not be whole
+        return true;
+    }
     if (!parts.isEmpty() && !readPartial(parts)) {
         leaveOut(LeftOutReason::Part, m_source.errorString());
         return false;

@@ -74,10 +74,11 @@ void QMessageSavingThread::CreateFile()
         shown = percent;
         return !bStopFlag;
     };
-    events.attachment = [this](const QString &name, qint64 offset, qint64 size, bool compressed) {
+    events.attachment = [this](const QString &name, qint64 offset, qint64 size) {
         InitializeAttachment(name, offset, size);
-        if (!compressed)
-            noteOlmEntry(name, {offset, size});
+    };
+    events.entry = [](const QString &name, qint64 offset, qint64 size) {
+        noteOlmEntry(name, {offset, size});
     };
     events.messages = [this](const OlmText &text) {
         MailMLRC *last = TmpMlrcPtrEnd;
