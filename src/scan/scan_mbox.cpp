@@ -82,8 +82,7 @@ void QMessageSavingThread::PostBoxFileSearch()
             return;
         GetAllFilePathInStrList = AllFilePathInStrList.at(nextItr);
         const bool mailbox = mayBeMailbox(GetAllFilePathInStrList);
-        setRunStep(
-            {QFileInfo(GetAllFilePathInStrList).fileName(), nextItr + 1, AllFilePathInStrList.size()});
+        setRunStep({QFileInfo(GetAllFilePathInStrList).fileName(), nextItr + 1, AllFilePathInStrList.size()});
         const MailboxStart start = lookAtMailbox(GetAllFilePathInStrList);
         const bool begins = start == MailboxStart::Separator;
         if (m_indexMessages && begins)
