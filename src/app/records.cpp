@@ -13,6 +13,9 @@ QHash<qint64, std::vector<const MailItemNode *>> itemsByFolder;
 QHash<QString, std::vector<const MboxMessageNode *>> messagesByPath;
 QHash<QPair<QString, QString>, std::vector<const MboxMessageNode *>> messagesByLabel; ///< account, label
 
+// Many at once: a mailbox can have a million. A block is never enlarged, so that its records stay where they are.
+std::vector<std::vector<MboxMessageNode>> messageBlocks;
+
 template <typename Node>
 Node *appendNode(Node *node, Node *&start, Node *&end)
 {
@@ -87,7 +90,10 @@ void freeMailItems()
 
 MboxMessageNode *appendMessage()
 {
-    return appendNode(new MboxMessageNode, TmpMboxMbxPtrStart, TmpMboxMbxPtrEnd);
+    constexpr size_t atOnce = 1024;
+    if (messageBlocks.empty() || messageBlocks.back().size() == atOnce)
+        messageBlocks.emplace_back().reserve(atOnce);
+    return appendNode(&messageBlocks.back().emplace_back(), TmpMboxMbxPtrStart, TmpMboxMbxPtrEnd);
 }
 
 std::vector<const MboxMessageNode *> &messageIndexOf(const QString &path)
@@ -114,7 +120,8 @@ void freeMessages()
 {
     messagesByPath.clear();
     messagesByLabel.clear();
-    freeNodes(TmpMboxMbxPtrStart, TmpMboxMbxPtrEnd);
+    messageBlocks.clear();
+    TmpMboxMbxPtrStart = TmpMboxMbxPtrEnd = nullptr;
 }
 
 QString cutField(const QString &text, int limit)

@@ -156,8 +156,12 @@ const char *findLineStart(const char *begin, const char *end, LineStarts starts)
     const auto isFromOrSubject = [](auto here, auto behind) {
         return (here == '\n') & ((behind < '\0') | ((behind | ' ') == 'f') | ((behind | ' ') == 's'));
     };
-    const char *feed =
-        starts == LineStarts::From ? findPair(begin, end, isFrom) : findPair(begin, end, isFromOrSubject);
+    const auto isNoFold = [](auto here, auto behind) {
+        return (here == '\n') & (behind != ' ') & (behind != '\t');
+    };
+    const char *feed = starts == LineStarts::From     ? findPair(begin, end, isFrom)
+                       : starts == LineStarts::NoFold ? findPair(begin, end, isNoFold)
+                                                      : findPair(begin, end, isFromOrSubject);
     return feed == end ? end : feed + 1;
 }
 

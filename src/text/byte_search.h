@@ -3,13 +3,15 @@
 #include <cstddef>
 #include <string_view>
 
-/// Which line starts are looked for: F, f, S and s, or only F; in either case also a byte above 0x7F, because a
-/// byte order mark at the start of a line is dropped when it is read as text.
-enum class LineStarts { FromOrSubject, From };
+/// Which line starts are looked for: F, f, S and s; only F; or all but the blank and the tab of a folded header line.
+/// A byte above 0x7F always is, because a byte order mark at the start of a line is dropped when it is read as text.
+enum class LineStarts { FromOrSubject, From, NoFold };
 
 /// True if a line that starts with this byte is looked for.
 inline bool isLineStart(char byte, LineStarts starts)
 {
+    if (starts == LineStarts::NoFold)
+        return byte != ' ' && byte != '\t';
     const char lower = static_cast<char>(byte | 0x20);
     return byte < 0 || byte == 'F' || (starts == LineStarts::FromOrSubject && (lower == 'f' || lower == 's'));
 }

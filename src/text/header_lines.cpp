@@ -25,10 +25,12 @@ HeaderLines readHeader(LineReader *reader, LineText text)
     size_t room = keptHeaderBytes;
     HeaderLines header{takeLine(reader, &room, text), {}};
     while (reader->nextIsFold()) {
-        if (room >= LineReader::shortestPiece)
+        if (room >= LineReader::shortestPiece) {
             header.folds.append(takeLine(reader, &room, text));
-        else
+        } else {
             reader->skipLine();
+            reader->skipToLineStart(LineStarts::NoFold);
+        }
     }
     return header;
 }

@@ -1,6 +1,7 @@
 #include "text/mbox_separator.h"
 
 #include "text/line_reader.h"
+#include "text/vector_search.h"
 
 #include <algorithm>
 
@@ -18,10 +19,18 @@ bool hasOrderMark(std::string_view text)
 
 bool holdsWeekday(std::string_view text)
 {
-    for (size_t at = text.find(' '); at < text.size() && at + dayBytes < text.size();
-         at = text.find(' ', at + 1))
-        if (text[at + dayBytes] == ' ' && days.find(text.substr(at + 1, dayBytes)) % dayBytes == 0)
+    const auto mayBeDay = [](auto here, auto behind) {
+        return (here == ' ') &
+               ((behind == 'M') | (behind == 'T') | (behind == 'W') | (behind == 'F') | (behind == 'S'));
+    };
+    const char *end = text.data() + text.size();
+    for (const char *at = findPair(text.data(), end, mayBeDay); at < end;
+         at = findPair(at + 1, end, mayBeDay)) {
+        const std::string_view rest(at, static_cast<size_t>(end - at));
+        if (rest.size() > dayBytes && rest[dayBytes] == ' ' &&
+            days.find(rest.substr(1, dayBytes)) % dayBytes == 0)
             return true;
+    }
     return false;
 }
 } // namespace
