@@ -72,9 +72,10 @@ void SeparatorLine::take(std::string_view piece)
     const size_t zero = piece.find('\0');
     m_ended = behindFeed > 0 || zero < piece.size();
     piece = piece.substr(0, zero);
-    m_seam += piece.substr(0, dayBytes);
-    m_hasWeekday = m_hasWeekday || holdsWeekday(piece) || holdsWeekday(m_seam);
-    if (piece.size() > dayBytes)
+    m_hasWeekday = m_hasWeekday || holdsWeekday(piece);
+    if (!m_seam.empty())
+        m_hasWeekday = m_hasWeekday || holdsWeekday(m_seam.append(piece.substr(0, dayBytes)));
+    if (!m_ended && piece.size() > dayBytes)
         m_seam = piece.substr(piece.size() - dayBytes);
     // Only at the front of the line is a mark dropped.
     const bool keepsMark = m_units > 0 && hasOrderMark(piece);
