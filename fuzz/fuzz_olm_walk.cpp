@@ -17,10 +17,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size)
         last = position;
         return true;
     };
-    events.attachment = [](const QString &, qint64, qint64) {};
-    events.messages = [&](QByteArray *xml, const QString &folder, qint64) {
-        looked += static_cast<size_t>(xml->size());
-        if (xml->contains('\0') || static_cast<size_t>(folder.size()) > size || looked > 4 * size)
+    events.attachment = [](const QString &, qint64, qint64, bool) {};
+    events.messages = [&](const OlmText &text) {
+        looked += static_cast<size_t>(text.xml->size());
+        if (text.xml->contains('\0') || static_cast<size_t>(text.folder.size()) > size || looked > 4 * size)
             std::abort();
     };
     walkOlm(&archive, events);

@@ -9,6 +9,7 @@ namespace
 {
 QHash<qint64, std::vector<const MailMLRC *>> recordsByFolder;
 QHash<QPair<qint64, quint64>, const MailMLRC *> recordByBody;
+QHash<QString, OlmEntryPlace> placeOfEntry;
 } // namespace
 
 MailMLRC *appendOlmRecord(MailMLRC &&record)
@@ -42,8 +43,20 @@ const MailMLRC *olmRecordOfBody(qint64 bodyOffset, quint64 bodySize)
     return recordByBody.value({bodyOffset, bodySize}, nullptr);
 }
 
+void noteOlmEntry(const QString &name, const OlmEntryPlace &place)
+{
+    if (!placeOfEntry.contains(name))
+        placeOfEntry.insert(name, place);
+}
+
+OlmEntryPlace olmEntryPlace(const QString &name)
+{
+    return placeOfEntry.value(name);
+}
+
 void freeOlmRecords()
 {
+    placeOfEntry.clear();
     recordsByFolder.clear();
     recordByBody.clear();
     while (TmpMlrcPtrStart) {

@@ -66,7 +66,15 @@ struct MailMLRC {
     qint32 iIsOutgoing = 0;
     FixedText<5> szPriority; ///< the four bytes that a text can fill
     OlmLosses losses;
+    qint64 llXmlOffset = 0; ///< where the XML of the message begins in the archive, bytes
+    qint64 llXmlSize = 0;   ///< its bytes, "</email>" included
     MailMLRC *pNext = nullptr;
+};
+
+/// Where an entry's bytes stand in the archive.
+struct OlmEntryPlace {
+    qint64 offset = -1; ///< bytes; -1: no such entry
+    qint64 size = 0;    ///< bytes, as its header claims them
 };
 
 inline MailMLRC *TmpMlrcPtrStart = nullptr;
@@ -78,4 +86,9 @@ MailMLRC *appendOlmRecord(MailMLRC &&record);
 const std::vector<const MailMLRC *> &olmRecordsOfFolder(qint64 folderId);
 /// The first record in the list with this body offset and size, in bytes, or null.
 const MailMLRC *olmRecordOfBody(qint64 bodyOffset, quint64 bodySize);
+/// Notes an entry that is no message; of entries of one name the first one counts.
+void noteOlmEntry(const QString &name, const OlmEntryPlace &place);
+/// The place of an entry by its name.
+OlmEntryPlace olmEntryPlace(const QString &name);
+/// Frees all records and forgets the entries.
 void freeOlmRecords();

@@ -45,6 +45,7 @@ inline std::atomic<bool> bProcessRunning{false};     ///< a scan is running; clo
 inline std::atomic<bool> bCheckFucntion{false};  ///< the walk found its folder; working flag of tree creators
 inline std::atomic<bool> bForAppleMail{false};   ///< the save target is the Apple Mail bundle
 inline std::atomic<bool> bForOutlookMail{false}; ///< the save target is the Outlook bundle
+inline std::atomic<bool> bExactCopies{false};    ///< a save keeps every byte of every message
 inline std::atomic<bool> IsPreview{false};       ///< a save has started and not ended
 inline std::atomic<bool> FileSavingIdentification{false}; ///< something was written in this save
 inline int closeevent = 0;                                ///< confirmed closes of the main window

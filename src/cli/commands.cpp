@@ -86,6 +86,7 @@ void setTarget(const Arguments &arguments)
     saveDir = arguments.outDir;
     FileSavingPath = saveDir + (arguments.toAppleMail ? QStringLiteral("/Main Identity.mbox")
                                                       : QStringLiteral("/Main Identity.rge"));
+    bExactCopies = arguments.exact;
     bForAppleMail = arguments.toAppleMail;
     bForOutlookMail = !arguments.toAppleMail;
 }
@@ -240,5 +241,7 @@ int runCommand(const Arguments &arguments)
     else
         printPreviews(arguments, shown);
     sayProblems();
-    return stopSignalled() ? ExitStopped : status;
+    if (stopSignalled())
+        return ExitStopped;
+    return takeUnread() ? ExitEndedEarly : status;
 }

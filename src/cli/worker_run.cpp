@@ -1,5 +1,6 @@
 #include "cli/worker_run.h"
 
+#include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "browse/folder_tree.h"
 #include "save/mail_saving.h"
@@ -132,12 +133,13 @@ ScanResult runScan(int client, ScanFor purpose, bool showProgress)
                      });
     runWorker(&scan);
 
-    if (finished)
-        result.outcome = Outcome::Finished;
-    else if (nothing)
-        result.outcome = Outcome::Nothing;
+    const bool unread = takeUnread();
+    if (signalled)
+        result.outcome = Outcome::Stopped;
+    else if (unread || !(finished || nothing))
+        result.outcome = Outcome::Ended;
     else
-        result.outcome = signalled ? Outcome::Stopped : Outcome::Ended;
+        result.outcome = finished ? Outcome::Finished : Outcome::Nothing;
     return result;
 }
 

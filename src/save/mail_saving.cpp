@@ -58,7 +58,10 @@ void QMailSaving::run()
     });
     if (row == end)
         return;
-    (this->*row->reader)();
+    if (bExactCopies)
+        saveExactCopies();
+    else
+        (this->*row->reader)();
     if (!saveLedger.addsUp())
         reportProblem(
             QStringLiteral("the messages of this save don't add up, which is a fault of this program"));

@@ -54,8 +54,15 @@ private:
     void saveFiles(const FileSaveRow &row);
     /// Copies one mailbox file of an mbox store; `prepared`: the bundle is laid out.
     void copyMailbox(const QString &path, bool *prepared);
+    /// The exact copies of all ticked folders; the next two give false after a stop.
+    void saveExactCopies();
+    bool saveExactFiles();
+    bool saveExactArchive();
+    /// Sends a percentage that is not the one sent last.
+    void showPercent(int percent);
     /// OnSubProgressHide, ProgressDailogHide, FinishSaving.
     void emitFinished();
 
     QWaitCondition m_wait;
+    int m_shownPercent = -1;
 };

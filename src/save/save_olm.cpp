@@ -8,41 +8,15 @@
 #include "save/olm_dates.h"
 #include "save/olm_message.h"
 #include "save/olm_target.h"
+#include "save/ticked_items.h"
 #include "text/from_lines.h"
 
 #include <QUuid>
 
-#include <cerrno>
 #include <cstdlib>
 
 namespace
 {
-quint64 countTickedMessages()
-{
-    quint64 count = 0;
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
-        if (folder->state == stateTicked)
-            count += olmRecordsOfFolder(folder->folderId).size();
-    return count;
-}
-
-// Tells that of all ticked messages those from number `first` on, in the order of a save, were left out.
-void leaveOutRecords(quint64 first, LeftOutReason reason, const QString &text)
-{
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next) {
-        const quint64 records =
-            folder->state == stateTicked ? olmRecordsOfFolder(folder->folderId).size() : 0;
-        const quint64 passed = qMin(first, records);
-        first -= passed;
-        if (records == passed)
-            continue;
-        const auto left = static_cast<qint64>(records - passed);
-        saveLedger.enterFolder(folder->folderId);
-        saveLedger.addFound(left);
-        saveLedger.addLeftOut({m_selectedFile, 0, left, reason, text});
-    }
-}
-
 // Writes messages into the mailboxes of their folders. A mailbox stays open as long as messages go to it.
 class OlmSaving
 {
@@ -130,15 +104,8 @@ void QMailSaving::OnMailSaving()
     noOfConvertedMessage = 0;
     emit ShowProgressLabel();
     ByteSource archive = ByteSource::ofFile(m_selectedFile);
-    if (!archive.isOpen() || !(archive.stamp() == scannedArchive)) {
-        const QString problem =
-            archive.isOpen()
-                ? QStringLiteral("another file than the one that was scanned, nothing of it was saved: ") +
-                      m_selectedFile
-                : QStringLiteral("can't be opened: ") + archive.errorString();
-        const bool gone = archive.isOpen() || archive.errorNumber() == ENOENT;
-        leaveOutRecords(0, gone ? LeftOutReason::Vanished : LeftOutReason::Unreadable, problem);
-        reportUnread(problem);
+    if (!isScannedArchive(archive)) {
+        leaveOutArchive(archive);
         emitFinished();
         return;
     }

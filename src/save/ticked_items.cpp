@@ -1,7 +1,10 @@
 #include "save/ticked_items.h"
 
 #include "app/olm_records.h"
-#include "app/records.h"
+#include "app/problem_log.h"
+#include "app/shared_state.h"
+
+#include <cerrno>
 
 quint64 countTickedItems()
 {
@@ -9,6 +12,15 @@ quint64 countTickedItems()
     for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
         if (folder->state == stateTicked)
             count += mailItemsOfFolder(folder->folderId).size();
+    return count;
+}
+
+quint64 countTickedMessages()
+{
+    quint64 count = 0;
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
+        if (folder->state == stateTicked)
+            count += olmRecordsOfFolder(folder->folderId).size();
     return count;
 }
 
@@ -41,4 +53,37 @@ void leaveOutFiles(quint64 first, LeftOutReason reason,
             saveLedger.addLeftOut(leftOut);
         }
     }
+}
+
+void leaveOutRecords(quint64 first, LeftOutReason reason, const QString &text)
+{
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next) {
+        const quint64 records =
+            folder->state == stateTicked ? olmRecordsOfFolder(folder->folderId).size() : 0;
+        const quint64 passed = qMin(first, records);
+        first -= passed;
+        if (records == passed)
+            continue;
+        const auto left = static_cast<qint64>(records - passed);
+        saveLedger.enterFolder(folder->folderId);
+        saveLedger.addFound(left);
+        saveLedger.addLeftOut({m_selectedFile, 0, left, reason, text});
+    }
+}
+
+bool isScannedArchive(const ByteSource &archive)
+{
+    return archive.isOpen() && archive.stamp() == scannedArchive;
+}
+
+void leaveOutArchive(const ByteSource &archive)
+{
+    const QString problem =
+        archive.isOpen()
+            ? QStringLiteral("another file than the one that was scanned, nothing of it was saved: ") +
+                  archive.path()
+            : QStringLiteral("can't be opened: ") + archive.errorString();
+    const bool gone = archive.isOpen() || archive.errorNumber() == ENOENT;
+    leaveOutRecords(0, gone ? LeftOutReason::Vanished : LeftOutReason::Unreadable, problem);
+    reportUnread(problem);
 }

@@ -241,7 +241,7 @@ void Walk::useEntry(const Entry &entry)
         // Wraps where the size is absurd; whoever reads the attachment meets a position outside the archive.
         const auto offset =
             static_cast<qint64>(static_cast<quint64>(entry.next) - static_cast<quint64>(entry.size));
-        m_events.attachment(entry.name, offset, entry.size);
+        m_events.attachment(entry.name, offset, entry.size, entry.compressed);
     }
 }
 
@@ -285,7 +285,7 @@ void Walk::giveMessages(qint64 start, qint64 length, const QString &folder, qint
         ++m_result.tooLong;
         text.clear();
     }
-    m_events.messages(&text, folder, end);
+    m_events.messages({&text, folder, start, end});
 }
 
 // Reads up to the first zero byte, which ends the text whatever its length says; header fields hold zero bytes, so

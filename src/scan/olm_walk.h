@@ -11,15 +11,21 @@
 // forward from entry to entry by their local headers. Where something else stands it goes on byte by byte, to the
 // next header or to an XML element that it knows. The central directory only ends it.
 
+/// XML that may hold messages.
+struct OlmText {
+    QByteArray *xml = nullptr; ///< without zero bytes
+    QString folder;            ///< folder path of its entry, "" where it has none
+    qint64 start = 0;          ///< where it begins in the archive, bytes
+    qint64 end = 0;            ///< just behind its entry or element
+};
+
 /// What a walk tells as it goes.
 struct OlmWalkEvents {
     /// Before each step, often: the walk's position in bytes. False ends the walk.
     std::function<bool(qint64 position)> goOn;
-    /// An attachment: its entry's name, and where its bytes stand.
-    std::function<void(const QString &name, qint64 offset, qint64 size)> attachment;
-    /// XML that may hold messages, without zero bytes; the folder path of its entry ("" where it has none), and
-    /// the position just behind it in the archive.
-    std::function<void(QByteArray *xml, const QString &folder, qint64 end)> messages;
+    /// An attachment: its entry's name, and where its bytes stand; compressed ones are no use there.
+    std::function<void(const QString &name, qint64 offset, qint64 size, bool compressed)> attachment;
+    std::function<void(const OlmText &text)> messages;
 };
 
 /// How a walk ended.

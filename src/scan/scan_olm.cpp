@@ -14,6 +14,19 @@ OlmPendingAttachments pendingAttachments()
     return {tmpstrOrigPath, tmpdoffset_NoteText, tmpdsizeofattch};
 }
 
+// Tells the records made of a text, from `record` on, where their XML stands.
+void placeRecords(MailMLRC *record, const QByteArray &xml, qint64 start)
+{
+    const QByteArray messageEnd = "</email>";
+    int begin = 0;
+    for (; record; record = record->pNext) {
+        const int end = xml.indexOf(messageEnd, begin) + messageEnd.size();
+        record->llXmlOffset = start + begin;
+        record->llXmlSize = end - begin;
+        begin = end;
+    }
+}
+
 void reportCount(qint64 count, const char *sentence)
 {
     if (count > 0)
@@ -60,12 +73,16 @@ void QMessageSavingThread::CreateFile()
         shown = percent;
         return !bStopFlag;
     };
-    events.attachment = [this](const QString &name, qint64 offset, qint64 size) {
+    events.attachment = [this](const QString &name, qint64 offset, qint64 size, bool compressed) {
         InitializeAttachment(name, offset, size);
+        if (!compressed)
+            noteOlmEntry(name, {offset, size});
     };
-    events.messages = [this](QByteArray *xml, const QString &folder, qint64 end) {
-        pBuff = xml->data();
-        InitializeMLRC(folder, end);
+    events.messages = [this](const OlmText &text) {
+        MailMLRC *last = TmpMlrcPtrEnd;
+        pBuff = text.xml->data();
+        InitializeMLRC(text.folder, text.end);
+        placeRecords(last ? last->pNext : TmpMlrcPtrStart, *text.xml, text.start);
         pBuff = nullptr;
     };
     const OlmWalkResult walk = walkOlm(m_archive.get(), events);

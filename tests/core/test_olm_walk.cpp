@@ -16,11 +16,13 @@ QStringList walk(ByteSource *archive, OlmWalkResult *result = nullptr)
     QStringList lines;
     OlmWalkEvents events;
     events.goOn = [](qint64) { return true; };
-    events.attachment = [&](const QString &name, qint64 offset, qint64 size) {
+    events.attachment = [&](const QString &name, qint64 offset, qint64 size, bool) {
         lines.append(QString("%1 at %2 of %3").arg(name).arg(offset).arg(size));
     };
-    events.messages = [&](QByteArray *xml, const QString &folder, qint64 end) {
-        lines.append(QString("messages [%1] in [%2] to %3").arg(QString::fromUtf8(*xml), folder).arg(end));
+    events.messages = [&](const OlmText &text) {
+        lines.append(QString("messages [%1] in [%2] to %3")
+                         .arg(QString::fromUtf8(*text.xml), text.folder)
+                         .arg(text.end));
     };
     const OlmWalkResult walked = walkOlm(archive, events);
     if (result)
@@ -217,7 +219,7 @@ private slots:
         int told = 0;
         OlmWalkEvents events;
         events.goOn = [&](qint64) { return told < 2; };
-        events.messages = [&](QByteArray *, const QString &, qint64) { ++told; };
+        events.messages = [&](const OlmText &) { ++told; };
         QVERIFY(walkOlm(&archive, events).stopped);
         QCOMPARE(told, 2);
     }

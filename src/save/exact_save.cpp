@@ -1,0 +1,159 @@
+#include "save/exact_save.h"
+
+#include "app/olm_records.h"
+#include "app/problem_log.h"
+#include "app/shared_state.h"
+#include "save/exact_olm.h"
+#include "save/outlook_bundle.h"
+
+#include <cerrno>
+
+namespace
+{
+QString bundlePath()
+{
+    return saveDir +
+           (bForAppleMail ? QStringLiteral("/Main Identity.mbox") : QStringLiteral("/Main Identity.rge"));
+}
+
+// Outlook's own mail keeps Outlook's codes in either bundle.
+const FinderCodes &finderCodes()
+{
+    return bForAppleMail && !bOlmFileFound ? appleMailbox : outlookMailbox;
+}
+
+LeftOutReason reasonOf(const ByteSource &source)
+{
+    return source.errorNumber() == ENOENT ? LeftOutReason::Vanished : LeftOutReason::Unreadable;
+}
+} // namespace
+
+ExactSaving::ExactSaving(SaveMode mode, std::function<bool()> goOn)
+    : m_mode(mode), m_goOn(std::move(goOn)), m_targets(bundlePath()), m_target(mode)
+{
+}
+
+void ExactSaving::enterFolder(qint64 folderId)
+{
+    if (folderId == m_folder)
+        return;
+    closeMailbox();
+    m_folder = folderId;
+    m_place = MailboxTarget();
+    saveLedger.enterFolder(folderId);
+}
+
+// True if the folder's mailbox stands open. After a failure it is tried again for the next file, and goes on behind what
+// was whole.
+bool ExactSaving::openTarget()
+{
+    FileSavingIdentification = true;
+    if (m_place.file.isEmpty())
+        m_place = m_targets.targetOf(m_folder);
+    if (!m_hasBundle && m_mode == SaveMode::Write && bForOutlookMail)
+        prepareOutlookBundle(bundlePath());
+    m_hasBundle = true;
+    if (!m_target.isOpen()) {
+        m_target.open(m_place.file, finderCodes());
+        saveLedger.enterTarget(m_place.file);
+    }
+    return m_target.isOpen();
+}
+
+void ExactSaving::closeMailbox()
+{
+    m_batch.settle(&m_target);
+    m_target.close();
+    saveLedger.addBytes(m_target.takeAddedBytes());
+}
+
+void ExactSaving::saveMailbox(const QString &path, const std::function<void(int)> &progress)
+{
+    ByteSource source = ByteSource::ofFile(path);
+    const ExactMailboxCopy probe = probeMailbox(&source);
+    LeftOutItem item;
+    item.path = path;
+    item.text = source.errorString();
+    if (probe.end != ExactEnd::Whole) {
+        item.reason = probe.end == ExactEnd::NoMailbox ? LeftOutReason::Vanished : reasonOf(source);
+        if (const auto known = static_cast<qint64>(messagesOfPath(path).size()); known > 0)
+            item.messages = known;
+        saveLedger.addFound(item.messages.value_or(0));
+        saveLedger.addLeftOut(item);
+        reportUnread(QStringLiteral("passed over, it can't be read as a mailbox any more: ") +
+                     (source.errorString().isEmpty() ? path : source.errorString()));
+        return;
+    }
+    if (probe.found == 0)
+        return; // a file of one line
+    openTarget();
+    const ExactMailboxCopy copy = copyMailboxExactly(&source, &m_target, [&](qint64 done) {
+        progress(static_cast<int>(done * 100 / source.size()));
+        return m_goOn();
+    });
+    const qint64 unseen =
+        copy.end == ExactEnd::Whole
+            ? 0
+            : qMax<qint64>(0, static_cast<qint64>(messagesOfPath(path).size()) - copy.found);
+    saveLedger.addFound(copy.found + unseen);
+    if (copy.written > 0 || copy.strays > 0)
+        saveLedger.addTarget(m_place.file);
+    saveLedger.addWritten(copy.written);
+    saveLedger.addStrays(copy.strays, {path, 0});
+    if (copy.end != ExactEnd::Whole) {
+        item.offset = copy.cutOffset;
+        item.messages = copy.found + unseen - copy.written;
+        item.text = copy.end == ExactEnd::Unwritable ? m_target.errorString() : source.errorString();
+        item.reason = copy.end == ExactEnd::Unwritable ? LeftOutReason::Unwritable
+                      : copy.end == ExactEnd::Stopped  ? LeftOutReason::Stopped
+                                                       : LeftOutReason::Unreadable;
+        saveLedger.addLeftOut(item);
+    }
+    reportUnread(source.errorString());
+}
+
+void ExactSaving::saveMessage(ByteSource source)
+{
+    saveLedger.addFound();
+    const MessagePlace place{source.path(), 0};
+    if (!source.isOpen()) {
+        saveLedger.addLeftOut({place.path, 0, 1, reasonOf(source), source.errorString()});
+        reportUnread(QStringLiteral("left out: ") + source.errorString());
+        return;
+    }
+    openTarget();
+    tellMessage(copyMessageExactly(&source, &m_target, m_goOn), place, source);
+}
+
+void ExactSaving::saveOlmMessage(const MailMLRC &record, ByteSource *archive)
+{
+    saveLedger.addFound();
+    openTarget();
+    const MessagePlace place{m_selectedFile, record.llXmlOffset};
+    tellMessage(copyOlmMessageExactly(record, archive, &m_target, m_goOn), place, *archive);
+}
+
+void ExactSaving::tellMessage(const ExactMessageCopy &copy, const MessagePlace &place,
+                              const ByteSource &source)
+{
+    const QString error = copy.partError.isEmpty() ? source.errorString() : copy.partError;
+    if (copy.end == ExactEnd::Stopped) {
+        saveLedger.addLeftOut({place.path, place.offset, 1, LeftOutReason::Stopped, QString()});
+    } else if (copy.end != ExactEnd::Whole) {
+        const bool part = source.errorString().isEmpty() && !bOlmFileFound;
+        saveLedger.addLeftOut(
+            {place.path, place.offset, 1, part ? LeftOutReason::Part : LeftOutReason::Unreadable, error});
+        reportUnread(
+            QStringLiteral("a message was left out, it can't be read: %1 (%2)").arg(place.path, error));
+    } else if (copy.isShort) {
+        const QString text = QStringLiteral("shorter than its own byte count: ") + place.path;
+        saveLedger.addLeftOut({place.path, place.offset, 1, LeftOutReason::Unreadable, text});
+        m_batch.addStrays(1, place);
+        reportUnread(text);
+    } else {
+        m_batch.add(place);
+        m_batch.addChange(ChangeKind::Quoted, copy.quotedLines, place);
+        m_batch.addChange(ChangeKind::EmptyParts, copy.emptyParts, place);
+    }
+    m_batch.settleMuch(&m_target);
+}

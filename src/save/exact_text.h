@@ -1,0 +1,43 @@
+#pragma once
+
+#include "save/mailbox_file.h"
+
+#include <QtGlobal>
+
+#include <string_view>
+
+/// Appends the bytes of one message to a mailbox, CR LF as LF and with a line feed at its end; nothing else changes.
+/// The bytes come in pieces of any size and are never gathered.
+class ExactText
+{
+public:
+    enum class Quoting {
+        None,
+        Mboxrd ///< a line that matches "^>*From " gets one more ">", which readers of that form take off again
+    };
+
+    ExactText(MailboxFile *target, Quoting quoting) : m_target(target), m_quotes(quoting == Quoting::Mboxrd)
+    {
+    }
+
+    void take(std::string_view bytes);
+    /// The end of the message: a line feed where its last line has none, also where it has no byte.
+    void end();
+    /// Lines that got a ">".
+    qint64 quotedLines() const { return m_quotedLines; }
+
+private:
+    size_t takePlainLines(std::string_view bytes);
+    size_t takeLineStart(std::string_view bytes);
+    void takeRest(std::string_view bytes);
+    void append(std::string_view bytes);
+    void releaseCr();
+
+    MailboxFile *m_target;
+    bool m_quotes;
+    bool m_atLineStart = true; ///< nothing of the line but ">"s and a part of "From " has come
+    size_t m_matched = 0;      ///< bytes of "From " that are held back
+    bool m_heldCr = false;     ///< a CR that a line feed may follow
+    bool m_endsLine = false;   ///< what was appended last is a line feed
+    qint64 m_quotedLines = 0;
+};

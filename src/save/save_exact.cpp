@@ -1,0 +1,111 @@
+#include "save/mail_saving.h"
+
+#include "app/olm_records.h"
+#include "app/problem_log.h"
+#include "app/shared_state.h"
+#include "platform/read_ahead.h"
+#include "save/exact_save.h"
+#include "save/ticked_items.h"
+
+#include <memory>
+
+namespace
+{
+constexpr size_t startBytes = 64 * 1024; // most messages whole
+
+QStringList tickedPaths()
+{
+    QStringList paths;
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
+        if (folder->state == stateTicked)
+            for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
+                paths.append(pathOf(*item));
+    return paths;
+}
+
+// The messages in a file that was not reached.
+std::optional<qint64> messagesInFile(const QString &path)
+{
+    if (!bMboxFileFound)
+        return 1;
+    const auto known = static_cast<qint64>(messagesOfPath(path).size());
+    return known > 0 ? std::make_optional(known) : std::nullopt;
+}
+} // namespace
+
+// Goes through the ticked folders as the fixed forms do. After a stop there are no end signals.
+void QMailSaving::saveExactCopies()
+{
+    emit OnShowProgressDlg();
+    m_shownPercent = -1;
+    showPercent(0);
+    ulCount = bOlmFileFound ? countTickedMessages() : countTickedItems();
+    noOfConvertedMessage = 0;
+    const bool done = bOlmFileFound ? saveExactArchive() : saveExactFiles();
+    if (!done)
+        return;
+    showPercent(100);
+    emitFinished();
+}
+
+void QMailSaving::showPercent(int percent)
+{
+    if (percent != m_shownPercent)
+        emit OnIndivisibleProgressvalue(percent);
+    m_shownPercent = percent;
+}
+
+bool QMailSaving::saveExactFiles()
+{
+    std::unique_ptr<ReadAhead<ByteSource>> files;
+    if (!bMboxFileFound)
+        files = std::make_unique<ReadAhead<ByteSource>>(
+            tickedPaths(), [](const QString &path) { return ByteSource::ofFile(path, startBytes); });
+    ExactSaving saving(m_mode, [] { return !bStopFlag; });
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next) {
+        if (folder->state != stateTicked)
+            continue;
+        for (const MailItemNode *item : mailItemsOfFolder(folder->folderId)) {
+            if (bStopFlag)
+                break;
+            saving.enterFolder(folder->folderId);
+            if (files)
+                saving.saveMessage(files->next());
+            else
+                saving.saveMailbox(pathOf(*item), [this](int percent) { showPercent(percent); });
+            ++noOfConvertedMessage;
+            if (files)
+                showPercent(static_cast<int>(noOfConvertedMessage * 100 / ulCount));
+        }
+    }
+    saving.closeMailbox();
+    if (noOfConvertedMessage < ulCount)
+        leaveOutFiles(noOfConvertedMessage, LeftOutReason::Stopped, messagesInFile);
+    return !bStopFlag;
+}
+
+bool QMailSaving::saveExactArchive()
+{
+    ByteSource archive = ByteSource::ofFile(m_selectedFile);
+    if (!isScannedArchive(archive)) {
+        leaveOutArchive(archive);
+        return true;
+    }
+    ExactSaving saving(m_mode, [] { return !bStopFlag; });
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next) {
+        if (folder->state != stateTicked)
+            continue;
+        for (const MailMLRC *record : olmRecordsOfFolder(folder->folderId)) {
+            if (bStopFlag)
+                break;
+            saving.enterFolder(folder->folderId);
+            saving.saveOlmMessage(*record, &archive);
+            ++noOfConvertedMessage;
+            showPercent(static_cast<int>(noOfConvertedMessage * 100 / ulCount));
+        }
+    }
+    saving.closeMailbox();
+    reportUnread(archive.errorString());
+    leaveOutRecords(noOfConvertedMessage, LeftOutReason::Stopped, QString());
+    return !bStopFlag;
+}
