@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string>
 #include <utility>
 
 namespace
@@ -28,43 +27,16 @@ std::string_view withoutMark(std::string_view line)
 {
     return startsWith(line, byteOrderMark) ? line.substr(byteOrderMark.size()) : line;
 }
-
-// The place behind the n-th line feed of a text that has that many.
-template <typename Char>
-Char *behindLineFeed(Char *begin, Char *end, size_t n)
-{
-    for (; n > 0; --n)
-        begin = static_cast<Char *>(std::memchr(begin, '\n', static_cast<size_t>(end - begin))) + 1;
-    return begin;
-}
-
-// Cuts a copy from `begin` to `out` behind its n-th line feed.
-void cutBehindLine(const char *begin, char *out, size_t n, CopiedText *copied)
-{
-    copied->in = behindLineFeed(begin, copied->in, n);
-    copied->out = behindLineFeed(out, copied->out, n);
-    copied->feeds = n;
-    // The copy's other bytes are ASCII.
-    copied->high =
-        static_cast<size_t>(std::count_if(out, copied->out, [](char byte) { return byte < '\0'; }));
-}
 } // namespace
 
 bool MailboxCopy::open(ByteSource source)
 {
     m_source = std::move(source);
     m_size = m_source.size();
-    char start[5];
-    return m_source.read(0, start, sizeof start) == sizeof start &&
-           std::string_view(start, sizeof start) == "From ";
-}
-
-bool MailboxCopy::startsWithMark()
-{
-    char start[byteOrderMark.size() + 5];
-    return m_source.read(0, start, sizeof start) == sizeof start && std::string_view(start, sizeof start) ==
-                                                                        "\xEF\xBB\xBF"
-                                                                        "From ";
+    char bytes[byteOrderMark.size() + 5];
+    const std::string_view start(bytes, static_cast<size_t>(m_source.read(0, bytes, sizeof bytes)));
+    m_startsWithMark = startsWith(start, byteOrderMark) && startsWith(withoutMark(start), "From ");
+    return startsWith(start, "From ");
 }
 
 CopyEnd MailboxCopy::copyTo(MailboxFile *target, const std::function<bool(qint64, qint64)> &goOn)
@@ -194,29 +166,12 @@ void MailboxCopy::repairLine(std::string_view segment, size_t at)
     m_tally.takeFromLine(m_position, m_position == 0 || separates(segment, at), quoted);
 }
 
-// Whether a message begins at the line at `at` by the rule of the scan. A line that goes on behind the segment is read
-// from the source, piece by piece.
+// Whether a message begins at the line at `at` by the rule of the scan. The line may go on behind the segment.
 bool MailboxCopy::separates(std::string_view segment, size_t at)
 {
-    constexpr size_t seam = 4; // " Mon " may lie across two pieces
-    constexpr size_t pieceBytes = 64 * 1024;
-    std::string text(segment.substr(at, segment.find('\n', at) - at));
-    qint64 next = m_position + static_cast<qint64>(text.size());
-    bool ended = at + text.size() < segment.size() || next >= m_size;
-    while (!isMboxSeparator(text)) {
-        if (ended || text.find('\0') != std::string::npos)
-            return false;
-        text = "From " + text.substr(text.size() - std::min(seam, text.size()));
-        const size_t kept = text.size();
-        text.resize(kept + pieceBytes);
-        const qint64 got = m_source.read(next, text.data() + kept, pieceBytes);
-        text.resize(kept + static_cast<size_t>(got));
-        next += got;
-        const size_t feed = text.find('\n');
-        ended = got == 0 || feed != std::string::npos;
-        text.resize(std::min(feed, text.size()));
-    }
-    return true;
+    const std::string_view line = segment.substr(at, segment.find('\n', at) - at);
+    const auto next = m_position + static_cast<qint64>(line.size());
+    return at + line.size() < segment.size() ? isMboxSeparator(line) : isMboxSeparator(line, &m_source, next);
 }
 
 // Copies up to a byte that needs a second look, a line that may need repair, or the chunk's end. Gives the bytes
@@ -229,7 +184,7 @@ size_t MailboxCopy::copyRun(std::string_view segment, size_t at)
         (m_inText ? copyPlainText : copyPlainHeaders)(begin, segment.data() + segment.size(), out);
     const auto limit = static_cast<size_t>(m_firstLineEnd < 0 ? 1 : m_chunkLeft);
     if (copied.feeds >= limit)
-        cutBehindLine(begin, out, limit, &copied);
+        copied = cutBehindLine(copied, begin, out, limit);
     const auto taken = static_cast<size_t>(copied.in - begin);
     m_outSize += static_cast<size_t>(copied.out - out);
     m_position += static_cast<qint64>(taken);

@@ -48,7 +48,7 @@ public:
     /// What has become of the messages; all that were seen count, also where the target failed.
     const MailboxTally &tally() const { return m_tally; }
     /// True where a byte order mark stands before the "From " that the source begins with.
-    bool startsWithMark();
+    bool startsWithMark() const { return m_startsWithMark; }
     /// What is copied.
     const ByteSource &source() const { return m_source; }
 
@@ -80,6 +80,7 @@ private:
 
     MailboxFile *m_target = nullptr;
     ByteSource m_source;
+    bool m_startsWithMark = false;
     qint64 m_size = 0;     ///< bytes that the source has or, once it has ended early, had
     qint64 m_read = 0;     ///< bytes of the source read
     qint64 m_position = 0; ///< bytes of the source copied

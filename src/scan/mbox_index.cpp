@@ -5,22 +5,12 @@
 #include "text/header_rules.h"
 #include "text/line_reader.h"
 #include "text/mbox_names.h"
+#include "text/mbox_separator.h"
 
 #include <cerrno>
 
 namespace
 {
-
-bool isSeparator(const QString &line)
-{
-    if (!line.startsWith(QLatin1String("From ")))
-        return false;
-    for (const char *day : {" Mon ", " Tue ", " Wed ", " Thu ", " Fri ", " Sat ", " Sun "})
-        if (line.contains(QLatin1String(day)))
-            return true;
-    return false;
-}
-
 // Tells why a file that may be a mailbox could not be read; a folder, or a name that leads nowhere, is no mailbox.
 void reportReadError(const QString &path, const ByteSource &source)
 {
@@ -85,7 +75,7 @@ private:
         } else if (!m_subjectSeen && text.startsWith(QLatin1String("Subject:"), Qt::CaseInsensitive)) {
             m_subjectSeen = true;
             storeSubject(text);
-        } else if (isSeparator(text)) {
+        } else if (isMboxSeparator(*line)) {
             const qint64 start = m_reader.position() - text.size();
             endMessage(start);
             m_start = start;

@@ -2,6 +2,8 @@
 
 #include "text/vector_search.h"
 
+#include <algorithm>
+
 namespace
 {
 // Counts the bytes that comparisons hold for, without a branch for each.
@@ -36,6 +38,15 @@ private:
     int m_rounds = 0;
     size_t m_total = 0;
 };
+
+// The place behind the n-th line feed of a text that has that many.
+template <typename Char>
+Char *behindLineFeed(Char *begin, Char *end, size_t n)
+{
+    for (; n > 0; --n)
+        begin = static_cast<Char *>(std::memchr(begin, '\n', static_cast<size_t>(end - begin))) + 1;
+    return begin;
+}
 
 // The two bytes of a character from U+0080 to U+00FF in UTF-8 (RFC 3629).
 bool isLatin1Pair(const char *byte)
@@ -185,4 +196,13 @@ CopiedText copyFilteredText(const char *begin, const char *end, char *out)
         return ((here == '\n') & ((behind == 'F') | (behind == 'R'))) | ((here == '<') & (behind == '?'));
     };
     return PlainCopy(begin, end, out, stop).run();
+}
+
+CopiedText cutBehindLine(const CopiedText &copied, const char *begin, char *out, size_t n)
+{
+    const char *in = behindLineFeed(begin, copied.in, n);
+    char *end = behindLineFeed(out, copied.out, n);
+    // The copy's other bytes are ASCII.
+    const auto high = std::count_if(out, end, [](char byte) { return byte < '\0'; });
+    return {in, end, n, static_cast<size_t>(high)};
 }

@@ -36,3 +36,5 @@ CopiedText copyPlainText(const char *begin, const char *end, char *out);
 CopiedText copyPlainHeaders(const char *begin, const char *end, char *out);
 /// The same for a message whose lines are filtered: stops behind a line feed that F or R follows, and at "<?".
 CopiedText copyFilteredText(const char *begin, const char *end, char *out);
+/// Such a copy from `begin` to `out`, cut behind its n-th line feed; it has that many.
+CopiedText cutBehindLine(const CopiedText &copied, const char *begin, char *out, size_t n);

@@ -23,7 +23,8 @@ QByteArray convert(const QString &path, LineRule rule, size_t blockBytes)
         const auto piece = text.take({exact.data(), exact.size()});
         out.append(piece.data(), int(piece.size()));
     }
-    return out;
+    const int fromLines = out.count("\nFrom ") + (out.startsWith("From ") ? 1 : 0);
+    return text.changes().fromLines == fromLines ? out : "lines that start with From are miscounted";
 }
 
 // The same the slow way, list by list.
