@@ -27,6 +27,8 @@ const CommandRow commandRows[] = {
      "[--to TARGET] [--replace] [--exact] [--dry-run]\n"
      "[--check] [--report FILE] --out DIR STORE",
      "Write the folders to a bundle in DIR, and account for every message."},
+    {"find", Command::Find, "[--json] [DIR]...",
+     "Look below each DIR, or the home folder, for stores of mail."},
 };
 
 struct OptionRow {
@@ -248,7 +250,7 @@ QString helpText()
                "Options:\n%2\n"
                "CLIENT, by name or number:\n%3\n"
                "Examples:\n"
-               "  velmora-convert scan --client apple-mbox ~/Desktop/Inbox.mbox\n"
+               "  velmora-convert find\n"
                "  velmora-convert convert --client thunderbird --to apple-mail --exact \\\n"
                "      -o ~/Desktop ~/.thunderbird/abcd.default\n\n"
                "Exit status: 0 done, 1 nothing to read, 2 usage, 3 stopped by a signal,\n"

@@ -5,6 +5,7 @@
 #include "browse/folder_tree.h"
 #include "browse/preview.h"
 #include "cli/json_writer.h"
+#include "cli/say.h"
 
 #include <QTextStream>
 
@@ -81,8 +82,8 @@ void writePreview(JsonWriter *json, qint64 folder, qint64 row, const PreviewText
 void showPreview(QTextStream *out, const PreviewText &preview)
 {
     for (const HeaderLine &line : preview.header)
-        *out << line.text.trimmed() << '\n';
-    *out << '\n' << preview.html.value_or(QString()) << "\n\n";
+        *out << visible(line.text.trimmed(), true) << '\n';
+    *out << '\n' << visible(preview.html.value_or(QString()), true) << "\n\n";
 }
 } // namespace
 
@@ -118,9 +119,10 @@ void printLists(const Arguments &arguments, const std::vector<SentFolder> &folde
         if (stopSignalled())
             break;
         const std::vector<MessageRow> rows = rowsOfFolder(folder);
-        out << folder.tree << " (" << rows.size() << ")\n";
+        out << visible(folder.tree) << " (" << rows.size() << ")\n";
         for (const MessageRow &row : rows)
-            out << "    " << QString(row.text).replace(QLatin1Char('\n'), QStringLiteral("  |  ")) << '\n';
+            out << "    " << visible(QString(row.text).replace(QLatin1Char('\n'), QStringLiteral("  |  ")))
+                << '\n';
     }
 }
 

@@ -6,6 +6,7 @@
 #include "cli/browse_output.h"
 #include "cli/json_writer.h"
 #include "cli/report_output.h"
+#include "cli/say.h"
 #include "cli/scan_output.h"
 #include "cli/worker_run.h"
 #include "save/old_bundle.h"
@@ -16,15 +17,9 @@
 #include <QTextStream>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace
 {
-void say(const QString &reason)
-{
-    std::fprintf(stderr, "velmora-convert: %s\n", reason.toUtf8().constData());
-}
-
 // True if there was anything to say.
 bool sayProblems()
 {
@@ -121,7 +116,7 @@ void printSave(const Arguments &arguments, Outcome outcome, const SaveReport &re
     QTextStream out(stdout);
     out.setCodec("UTF-8");
     for (const QString &sentence : reportSentences(report, saveLedger))
-        out << sentence << '\n';
+        out << visible(sentence) << '\n';
 }
 
 // The end of a command whose save has not begun.

@@ -1,10 +1,49 @@
 #include "cli/commands.h"
+#include "cli/find_output.h"
+#include "cli/say.h"
 #include "cli/worker_run.h"
 
 #include <QCoreApplication>
 #include <QTextCodec>
 
+#include <cerrno>
 #include <cstdio>
+
+namespace
+{
+int run(const Arguments &arguments)
+{
+    if (!arguments.error.isEmpty()) {
+        say(arguments.error);
+        return ExitUsage;
+    }
+    switch (arguments.command) {
+    case Command::Help:
+        std::fputs(helpText().toUtf8().constData(), stdout);
+        return ExitDone;
+    case Command::Version:
+        std::puts("velmora-convert " VELMORA_VERSION);
+        return ExitDone;
+    case Command::Find:
+        return runFind(arguments);
+    default:
+        return runCommand(arguments);
+    }
+}
+
+// What was printed may still be in memory, and a full disk shows only when it is written.
+int statusOfOutput(int status)
+{
+    const bool failedBefore = std::ferror(stdout) != 0;
+    errno = 0;
+    const bool failed = std::fclose(stdout) != 0;
+    if (!failed && !failedBefore)
+        return status;
+    const QString reason = errno != 0 ? QStringLiteral(": ") + qt_error_string(errno) : QString();
+    say(QStringLiteral("standard output can't be written") + reason);
+    return status == ExitStopped ? status : ExitEndedEarly;
+}
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -14,18 +53,6 @@ int main(int argc, char *argv[])
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 
     const Arguments arguments = parseArguments(QCoreApplication::arguments());
-    if (!arguments.error.isEmpty()) {
-        std::fprintf(stderr, "velmora-convert: %s\n", arguments.error.toUtf8().constData());
-        return ExitUsage;
-    }
-    if (arguments.command == Command::Help) {
-        std::fputs(helpText().toUtf8().constData(), stdout);
-        return ExitDone;
-    }
-    if (arguments.command == Command::Version) {
-        std::puts("velmora-convert " VELMORA_VERSION);
-        return ExitDone;
-    }
     catchStopSignals();
-    return runCommand(arguments);
+    return statusOfOutput(run(arguments));
 }

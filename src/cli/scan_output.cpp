@@ -4,6 +4,7 @@
 #include "app/shared_state.h"
 #include "browse/folder_tree.h"
 #include "cli/json_writer.h"
+#include "cli/say.h"
 
 #include <QTextStream>
 
@@ -143,7 +144,7 @@ void printScan(const Arguments &arguments, const ScanResult &scan)
     out.setCodec("UTF-8");
     for (const SentFolder &folder : scan.folders) {
         const int depth = folder.tree.count(QLatin1Char('/'));
-        out << QString(2 * depth, QLatin1Char(' ')) << displayName(folder.name);
+        out << QString(2 * depth, QLatin1Char(' ')) << visible(displayName(folder.name));
         if (const size_t messages = messagesIn(folder))
             out << " (" << messages << ')';
         out << '\n';

@@ -232,7 +232,8 @@ private slots:
     {
         const QString archive = m_olmDir.filePath("records.olm");
         writeFiles(m_olmDir.path(),
-                   {{"records.olm", olmXml({olmCopy("Subject", "\xC3\xA9") + olmCopy("Body", "12")})}});
+                   {{"records.olm", olmXml({olmCopy("Subject", "\xC3\xA9") + olmCopy("Body", "12")}) +
+                                        centralHeader()}});
         const QJsonValue scan = convert({"scan", "--json", "--client", "olm", archive}).json();
         QCOMPARE(scan["outcome"].toString(), QString("finished"));
         QCOMPARE(scan["records"].toArray().size(), 1);
@@ -292,7 +293,7 @@ private slots:
         });
         row("missing", m_olmDir.filePath("missing"), 4, "ended");
         row("folder", m_olmDir.path(), 1, "nothing");
-        row("no archive", qEnvironmentVariable("VELMORA_SOURCE") + "/LICENSE", 1, "nothing");
+        row("no archive", qEnvironmentVariable("VELMORA_SOURCE") + "/LICENSE", 4, "ended");
     }
 
     void unreadableOlm() { checkRow(); }
