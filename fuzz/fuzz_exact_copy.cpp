@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             part.contentPlace > source.size())
             std::abort();
     const QByteArray text(bytes.data(), static_cast<int>(bytes.size()));
-    readOlmMail(text);
+    readOlmMail(&source, 0, source.size());
     firstAddress(text);
     mailDate(text);
     return 0;

@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size)
         last = position;
         return true;
     };
-    events.attachment = [](const QString &, qint64, qint64, bool) {};
+    events.attachment = [](const QString &, qint64, qint64) {};
     events.messages = [&](const OlmText &text) {
         looked += static_cast<size_t>(text.xml->size());
         if (text.xml->contains('\0') || static_cast<size_t>(text.folder.size()) > size || looked > 4 * size)

@@ -72,6 +72,18 @@ public:
     }
     /// Next comes a file dialog, which gets this path; "" leaves it without a choice.
     void expectFileDialog(const QString &path) { m_answers.append({"", QMessageBox::NoButton, path}); }
+    /// From now on the answers are given by the keyboard.
+    void useKeys() { m_byKeys = true; }
+    /// Presses Tab until the control has the focus, as it must within its window; then the key.
+    static void pressKeyOn(QWidget *widget, Qt::Key key)
+    {
+        QApplication::setActiveWindow(widget->window());
+        for (int presses = 0; presses < 40 && QApplication::focusWidget() != widget; ++presses)
+            QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : widget->window(),
+                            Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), widget);
+        QTest::keyClick(widget, key);
+    }
     /// True if all that was expected has come, and nothing else.
     bool isQuiet() const { return m_answers.isEmpty() && m_surprises.isEmpty(); }
     QString surprises() const { return m_surprises.join(" | "); }
@@ -200,7 +212,10 @@ private:
                 return box->reject();
             }
             const Answer answer = m_answers.takeFirst();
-            click(box->button(answer.button));
+            if (m_byKeys)
+                pressKeyOn(box->button(answer.button), Qt::Key_Space);
+            else
+                click(box->button(answer.button));
         } else if (auto *dialog = qobject_cast<QFileDialog *>(modal)) {
             if (m_answers.isEmpty() || m_answers.first().button != QMessageBox::NoButton) {
                 m_surprises.append("file dialog");
@@ -210,10 +225,13 @@ private:
             if (path.isEmpty())
                 return dialog->reject();
             in<QLineEdit>(dialog, "fileNameEdit")->setText(path);
+            if (m_byKeys)
+                return QTest::keyClick(in<QLineEdit>(dialog, "fileNameEdit"), Qt::Key_Return);
             click(in<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Open));
         }
     }
 
+    bool m_byKeys = false;
     QTimer m_timer;
     QList<Answer> m_answers;
     QStringList m_surprises;

@@ -76,6 +76,17 @@
         <source>Close</source>
         <translation>Schließen</translation>
     </message>
+    <message>
+        <source>Select Mail Client</source>
+        <translation>Mailprogramm wählen</translation>
+    </message>
+</context>
+<context>
+    <name>HeaderPane</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
 </context>
 <context>
     <name>ImportMsgDlg</name>
@@ -91,12 +102,31 @@
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt;Click to view steps of importing mailbox to :&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
         <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt;So wird das Postfach importiert in:&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
+    <message>
+        <source>Report ...</source>
+        <translation>Bericht ...</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Ordner öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>MailView</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Select &amp;All</source>
+        <translation>&amp;Alles auswählen</translation>
+    </message>
 </context>
 <context>
     <name>PreferencesDialog</name>
     <message>
-        <source>No updates available. Your software has latest updates installed.</source>
-        <translation>Es sind keine Aktualisierungen verfügbar. Die neuesten Aktualisierungen sind installiert.</translation>
+        <source>No address to ask for updates is set, so it is not known whether there are any. You have version %1.</source>
+        <translation>Es ist keine Adresse für Aktualisierungen eingetragen; ob es welche gibt, ist nicht bekannt. Sie haben Version %1.</translation>
     </message>
 </context>
 <context>
@@ -199,7 +229,7 @@ Velmora Mail Converter beenden? </translation>
     </message>
     <message>
         <source>Saving Database File ...</source>
-        <translation>Postfach wird gesichert ...</translation>
+        <translation>Postfach wird gespeichert ...</translation>
     </message>
     <message>
         <source>Scanning Database File ...</source>
@@ -215,7 +245,7 @@ Das Postfach ist eingelesen.</translation>
         <source>
 File saved successfully at location </source>
         <translation>
-Erfolgreich gesichert unter </translation>
+Erfolgreich gespeichert unter </translation>
     </message>
     <message>
         <source>
@@ -225,7 +255,7 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>Save Converted File</source>
-        <translation>Konvertierte Datei sichern</translation>
+        <translation>Konvertierte Datei speichern</translation>
     </message>
     <message>
         <source>Open File</source>
@@ -253,11 +283,11 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>&amp;View Knowledgebase Articles</source>
-        <translation>&amp;Artikel der Wissensdatenbank anzeigen</translation>
+        <translation>Artikel der &amp;Wissensdatenbank anzeigen</translation>
     </message>
     <message>
         <source>&amp;Submit Enquiry</source>
-        <translation>&amp;Anfrage senden</translation>
+        <translation>A&amp;nfrage senden</translation>
     </message>
     <message>
         <source>Open</source>
@@ -265,7 +295,7 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>Save</source>
-        <translation>Sichern</translation>
+        <translation>Speichern</translation>
     </message>
     <message>
         <source>Help</source>
@@ -277,7 +307,7 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>Open &amp; Save File</source>
-        <translation>Datei öffnen und sichern</translation>
+        <translation>Datei öffnen und speichern</translation>
     </message>
     <message>
         <source>&amp;VelmoraMailConverter</source>
@@ -321,7 +351,7 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>Select a folder to save.</source>
-        <translation>Wählen Sie einen Ordner, der gesichert werden soll.</translation>
+        <translation>Wählen Sie einen Ordner, der gespeichert werden soll.</translation>
     </message>
     <message>
         <source>Open Directory</source>
@@ -335,9 +365,13 @@ Die gewählte Datei ist ungültig oder leer.</translation>
     </message>
     <message>
         <source>
-The old bundle can&apos;t be removed: </source>
+What was saved so far is at location </source>
         <translation>
-Das alte Bündel kann nicht entfernt werden: </translation>
+Das bisher Gesicherte liegt in </translation>
+    </message>
+    <message>
+        <source>The old bundle is kept until the new one is whole, and there may not be the space for both. Removing the old one first would help.</source>
+        <translation>Das alte Paket bleibt, bis das neue vollständig ist, und für beide reicht der Platz vielleicht nicht. Es hülfe, das alte vorher zu löschen.</translation>
     </message>
     <message>
         <source>Current scan information will be discarded if you select another mailbox. Do you want to continue?</source>
@@ -346,6 +380,10 @@ Das alte Bündel kann nicht entfernt werden: </translation>
     <message>
         <source>not listed, it can&apos;t be opened: </source>
         <translation>nicht aufgeführt, kann nicht geöffnet werden: </translation>
+    </message>
+    <message>
+        <source>%1 message(s) in %2 folder(s).</source>
+        <translation>Nachrichten: %1, Ordner: %2.</translation>
     </message>
 </context>
 <context>
@@ -397,13 +435,28 @@ Wählen Sie das Postfach, das konvertiert werden soll.</translation>
         <source>
 Process aborted. File saved Successfully at location </source>
         <translation>
-Vorgang abgebrochen. Erfolgreich gesichert unter </translation>
+Vorgang abgebrochen. Erfolgreich gespeichert unter </translation>
     </message>
     <message>
         <source>
 Process Aborted.</source>
         <translation>
 Vorgang abgebrochen.</translation>
+    </message>
+    <message>
+        <source>, %1 of %2</source>
+        <translation>, %1 von %2</translation>
+    </message>
+    <message>
+        <source>less than a minute left</source>
+        <translation>weniger als eine Minute übrig</translation>
+    </message>
+    <message numerus="yes">
+        <source>about %n minute(s) left</source>
+        <translation>
+            <numerusform>noch etwa %n Minute</numerusform>
+            <numerusform>noch etwa %n Minuten</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -446,6 +499,394 @@ Vorgang abgebrochen.</translation>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:13pt;&quot;&gt;Select mail client that you will be using after mailbox conversion.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
         <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:13pt;&quot;&gt;Wählen Sie das Mailprogramm, das Sie danach benutzen.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>Exact copies</source>
+        <translation>Genaue Kopien</translation>
+    </message>
+    <message>
+        <source>Keeps every byte of every message: accents, dates, attachments and first lines too. Without it, the mail is written in the fixed form, which changes some of them.</source>
+        <translation>Behält jedes Byte jeder Nachricht, auch Umlaute, Datum, Anhänge und erste Zeilen. Sonst werden die Nachrichten in der festen Form geschrieben, die manches davon verändert.</translation>
+    </message>
+</context>
+<context>
+    <name>AboutDlg</name>
+    <message>
+        <source>Contact support</source>
+        <translation>Support kontaktieren</translation>
+    </message>
+</context>
+<context>
+    <name>QImportWindow</name>
+    <message>
+        <source>Copy Location</source>
+        <translation>Ort kopieren</translation>
+    </message>
+    <message>
+        <source>Reading the result again: %1 %</source>
+        <translation>Das Ergebnis wird nachgelesen: %1 %</translation>
+    </message>
+</context>
+<context>
+    <name>ReportDialog</name>
+    <message>
+        <source>Report</source>
+        <translation>Bericht</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Save as Text ...</source>
+        <translation>Als &amp;Text speichern ...</translation>
+    </message>
+    <message>
+        <source>&amp;Open Folder</source>
+        <translation>&amp;Ordner öffnen</translation>
+    </message>
+    <message>
+        <source>Save as Text</source>
+        <translation>Als Text speichern</translation>
+    </message>
+    <message>
+        <source>Folders</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation>Gefunden</translation>
+    </message>
+    <message>
+        <source>Written</source>
+        <translation>Geschrieben</translation>
+    </message>
+    <message>
+        <source>Joined</source>
+        <translation>Verbunden</translation>
+    </message>
+    <message>
+        <source>Left out</source>
+        <translation>Ausgelassen</translation>
+    </message>
+    <message>
+        <source>All folders</source>
+        <translation>Alle Ordner</translation>
+    </message>
+    <message>
+        <source>Reasons</source>
+        <translation>Gründe</translation>
+    </message>
+    <message>
+        <source>Whole: %1</source>
+        <translation>Ganz: %1</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>Nicht ganz: %1</translation>
+    </message>
+    <message>
+        <source>The report can&apos;t be saved: %1: %2</source>
+        <translation>Der Bericht kann nicht gespeichert werden: %1: %2</translation>
+    </message>
+    <message>
+        <source>Messages: %1 found, %2 written</source>
+        <translation>Nachrichten: %1 gefunden, %2 geschrieben</translation>
+    </message>
+    <message>
+        <source>, %1 joined to the one before</source>
+        <translation>, %1 mit der vorigen verbunden</translation>
+    </message>
+    <message>
+        <source>, %1 left out</source>
+        <translation>, %1 ausgelassen</translation>
+    </message>
+    <message>
+        <source>The report tells which mailboxes are whole.</source>
+        <translation>Welche Postfächer ganz sind, sagt der Bericht.</translation>
+    </message>
+    <message>
+        <source>Changed: at least %1, see the report.</source>
+        <translation>Verändert: mindestens %1, siehe Bericht.</translation>
+    </message>
+    <message>
+        <source>Changed: at least %1. Exact copies keep them as they are.</source>
+        <translation>Verändert: mindestens %1. Genaue Kopien lassen sie, wie sie sind.</translation>
+    </message>
+    <message>
+        <source>The result was not read to its end again.</source>
+        <translation>Das Ergebnis wurde nicht bis zum Ende nachgelesen.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Read again: %n difference(s), see the report.</source>
+        <translation>
+            <numerusform>Nachgelesen: %n Abweichung, siehe Bericht.</numerusform>
+            <numerusform>Nachgelesen: %n Abweichungen, siehe Bericht.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Read again: %n mailbox(es), all as written.</source>
+        <translation>
+            <numerusform>Nachgelesen: %n Postfach, wie geschrieben.</numerusform>
+            <numerusform>Nachgelesen: %n Postfächer, alle wie geschrieben.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>Report</name>
+    <message>
+        <source>Nothing was written, as asked for; the place would be %1 (%2)</source>
+        <translation>Wie gewünscht wurde nichts geschrieben; der Ort wäre %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Nothing was written, as asked for; not all could be looked at</source>
+        <translation>Wie gewünscht wurde nichts geschrieben; nicht alles konnte angesehen werden</translation>
+    </message>
+    <message>
+        <source>No message was saved; what there is stands at location %1</source>
+        <translation>Es wurde keine Nachricht gespeichert; was da ist, liegt unter %1</translation>
+    </message>
+    <message>
+        <source>Nothing was saved: no message was written</source>
+        <translation>Nichts wurde gespeichert: keine Nachricht wurde geschrieben</translation>
+    </message>
+    <message>
+        <source>File saved successfully at location %1 (%2)</source>
+        <translation>Erfolgreich gespeichert unter %1 (%2)</translation>
+    </message>
+    <message>
+        <source>What was saved so far is at location %1</source>
+        <translation>Was bisher gespeichert ist, liegt unter %1</translation>
+    </message>
+    <message>
+        <source>Messages found: %1, written: %2, joined to the one before: %3, left out: %4; bytes: %5 (free before: %6)</source>
+        <translation>Nachrichten gefunden: %1, geschrieben: %2, mit der vorigen verbunden: %3, ausgelassen: %4; Bytes: %5 (vorher frei: %6)</translation>
+    </message>
+    <message>
+        <source>, for example %1 at byte %2</source>
+        <translation>, zum Beispiel %1 bei Byte %2</translation>
+    </message>
+    <message>
+        <source>, for example %1</source>
+        <translation>, zum Beispiel %1</translation>
+    </message>
+    <message>
+        <source>can&apos;t be read whole</source>
+        <translation>nicht ganz zu lesen</translation>
+    </message>
+    <message>
+        <source>can&apos;t be written</source>
+        <translation>nicht zu schreiben</translation>
+    </message>
+    <message>
+        <source>gone since the scan</source>
+        <translation>seit dem Einlesen verschwunden</translation>
+    </message>
+    <message>
+        <source>a part can&apos;t be read</source>
+        <translation>ein Teil ist nicht zu lesen</translation>
+    </message>
+    <message>
+        <source>too large to be put together</source>
+        <translation>zu groß zum Zusammensetzen</translation>
+    </message>
+    <message>
+        <source>the save was stopped</source>
+        <translation>das Speichern wurde angehalten</translation>
+    </message>
+    <message>
+        <source>in a mailbox that begins with a byte order mark</source>
+        <translation>in einem Postfach, das mit einer Bytereihenfolge-Marke beginnt</translation>
+    </message>
+    <message>
+        <source>news feeds, which are not taken</source>
+        <translation>Newsfeeds, die nicht übernommen werden</translation>
+    </message>
+    <message>
+        <source>the save ended before</source>
+        <translation>das Speichern endete vorher</translation>
+    </message>
+    <message>
+        <source>Left out, %1: %2 message(s)</source>
+        <translation>Ausgelassen, %1: %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>, and those of %1 file(s) whose number is not known</source>
+        <translation>, und die von %1 Dateien, deren Zahl nicht bekannt ist</translation>
+    </message>
+    <message>
+        <source>%1 character(s) became &quot;?&quot;, which Latin-1 lacks, in %2 message(s)</source>
+        <translation>%1 Zeichen, die es in Latin-1 nicht gibt, wurden zu „?“, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 character(s) are one byte of Latin-1 now, in %2 message(s)</source>
+        <translation>%1 Zeichen sind jetzt ein Byte in Latin-1, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 first line(s) that are no byte count were dropped, in %2 message(s)</source>
+        <translation>%1 erste Zeilen, die keine Bytezahl sind, fielen weg, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 line(s) got &quot;&gt;&quot; before &quot;From &quot;, in %2 message(s)</source>
+        <translation>%1 Zeilen bekamen „&gt;“ vor „From “, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 byte(s) at the end were not written, in %2 message(s)</source>
+        <translation>%1 Bytes am Ende wurden nicht geschrieben, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 header(s) &quot;Received-Spf:&quot; were dropped, in %2 message(s)</source>
+        <translation>%1 Kopfzeilen „Received-Spf:“ fielen weg, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 part(s) did not get their content back, in %2 message(s)</source>
+        <translation>%1 Teile bekamen ihren Inhalt nicht zurück, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 message id(s) were replaced by a new one, in %2 message(s)</source>
+        <translation>%1 Nachrichten-IDs wurden durch eine neue ersetzt, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 date(s) are the present time, in %2 message(s)</source>
+        <translation>%1 Datumsangaben sind die jetzige Zeit, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 header value(s) are too long and were dropped, in %2 message(s)</source>
+        <translation>%1 zu lange Kopfzeilen fielen weg, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 attachment(s) were not written, in %2 message(s)</source>
+        <translation>%1 Anhänge wurden nicht geschrieben, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 list(s) of recipients are empty, in %2 message(s)</source>
+        <translation>%1 Empfängerlisten sind leer, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 attachment(s) stand behind no boundary that is told, in %2 message(s)</source>
+        <translation>%1 Anhänge stehen hinter keiner genannten Trennlinie, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 text(s) were cut at an XML declaration, in %2 message(s)</source>
+        <translation>%1 Texte wurden an einer XML-Deklaration abgeschnitten, in %2 Nachrichten</translation>
+    </message>
+    <message>
+        <source>Changed: </source>
+        <translation>Verändert: </translation>
+    </message>
+    <message>
+        <source>Joined: %1 message(s) have no separator of their own, a reader takes them for a part of the message before</source>
+        <translation>Verbunden: %1 Nachrichten haben keine eigene Trennzeile, ein Leser hält sie für einen Teil der vorigen</translation>
+    </message>
+    <message>
+        <source>%1 other line(s) start with &quot;From &quot;, a reader may split a message there</source>
+        <translation>%1 andere Zeilen beginnen mit „From “, ein Leser teilt dort vielleicht eine Nachricht</translation>
+    </message>
+    <message>
+        <source>%1 mailbox(es) hold more than one folder</source>
+        <translation>%1 Postfächer enthalten mehr als einen Ordner</translation>
+    </message>
+    <message>
+        <source>The look at the bundle was stopped after %1 mailbox(es)</source>
+        <translation>Das Nachlesen wurde nach %1 Postfächern angehalten</translation>
+    </message>
+    <message>
+        <source>Read again: %1 mailbox(es), %2 byte(s), %3 line(s) that start with &quot;From &quot;, differences: %4</source>
+        <translation>Nachgelesen: %1 Postfächer, %2 Bytes, %3 Zeilen, die mit „From “ beginnen, Abweichungen: %4</translation>
+    </message>
+    <message>
+        <source>%1: found %2, written %3, joined %4, left out %5</source>
+        <translation>%1: gefunden %2, geschrieben %3, verbunden %4, ausgelassen %5</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>others</source>
+        <translation>andere</translation>
+    </message>
+    <message>
+        <source>%1, byte %2: %3 message(s), %4</source>
+        <translation>%1, Byte %2: %3 Nachrichten, %4</translation>
+    </message>
+</context>
+<context>
+    <name>BundleChecker</name>
+    <message>
+        <source>can&apos;t be read again: %1</source>
+        <translation>nicht noch einmal zu lesen: %1</translation>
+    </message>
+    <message>
+        <source>%1 bytes were written, %2 stand there: %3</source>
+        <translation>%1 Bytes wurden geschrieben, %2 stehen da: %3</translation>
+    </message>
+    <message>
+        <source>%1 lines that start with &quot;From &quot; were written, %2 stand there: %3</source>
+        <translation>%1 Zeilen, die mit „From “ beginnen, wurden geschrieben, %2 stehen da: %3</translation>
+    </message>
+    <message>
+        <source>can&apos;t be brought to the disk: %1: %2</source>
+        <translation>nicht auf die Platte zu bringen: %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>BundlePlace</name>
+    <message>
+        <source>can&apos;t be replaced, the store lies in it: %1 (store: %2)</source>
+        <translation>kann nicht ersetzt werden, die Mailablage liegt darin: %1 (Ablage: %2)</translation>
+    </message>
+    <message>
+        <source>can&apos;t be replaced, it lies in the store: %1 (store: %2)</source>
+        <translation>kann nicht ersetzt werden, es liegt in der Mailablage: %1 (Ablage: %2)</translation>
+    </message>
+    <message>
+        <source>can&apos;t be opened: %1: %2</source>
+        <translation>kann nicht geöffnet werden: %1: %2</translation>
+    </message>
+    <message>
+        <source>is no lock file: %1</source>
+        <translation>ist keine Sperrdatei: %1</translation>
+    </message>
+    <message>
+        <source>another save writes there: %1</source>
+        <translation>eine andere Sicherung schreibt gerade dorthin: %1</translation>
+    </message>
+    <message>
+        <source>already exists: %1</source>
+        <translation>gibt es schon: %1</translation>
+    </message>
+    <message>
+        <source>can&apos;t be replaced, its folder takes no file: %1</source>
+        <translation>kann nicht ersetzt werden, sein Ordner nimmt keine Datei an: %1</translation>
+    </message>
+    <message>
+        <source>can&apos;t be removed: %1</source>
+        <translation>kann nicht gelöscht werden: %1</translation>
+    </message>
+    <message>
+        <source>can&apos;t be moved aside: %1: %2</source>
+        <translation>kann nicht beiseite gelegt werden: %1: %2</translation>
+    </message>
+    <message>
+        <source>can&apos;t be brought to the disk: %1: %2</source>
+        <translation>kann nicht auf den Datenträger gebracht werden: %1: %2</translation>
+    </message>
+    <message>
+        <source>was taken away or renamed during the save, with what was written to it: %1</source>
+        <translation>wurde während der Sicherung entfernt oder umbenannt, mit allem, was darin war: %1</translation>
+    </message>
+    <message>
+        <source>the old bundle stays: %1</source>
+        <translation>das alte Paket bleibt: %1</translation>
+    </message>
+    <message>
+        <source>the old bundle can&apos;t be removed: %1</source>
+        <translation>das alte Paket kann nicht gelöscht werden: %1</translation>
     </message>
 </context>
 </TS>

@@ -9,7 +9,12 @@ namespace
 {
 QHash<qint64, std::vector<const MailMLRC *>> recordsByFolder;
 QHash<QPair<qint64, quint64>, const MailMLRC *> recordByBody;
-QHash<QString, OlmEntryPlace> placeOfEntry;
+QHash<QByteArray, std::vector<OlmEntryPlace>> placesOfEntry; ///< by name, in the order of the archive
+
+QByteArray keyOf(const QString &name)
+{
+    return name.normalized(QString::NormalizationForm_C).toUtf8();
+}
 } // namespace
 
 MailMLRC *appendOlmRecord(MailMLRC &&record)
@@ -45,18 +50,22 @@ const MailMLRC *olmRecordOfBody(qint64 bodyOffset, quint64 bodySize)
 
 void noteOlmEntry(const QString &name, const OlmEntryPlace &place)
 {
-    if (!placeOfEntry.contains(name))
-        placeOfEntry.insert(name, place);
+    placesOfEntry[keyOf(name)].push_back(place);
 }
 
-OlmEntryPlace olmEntryPlace(const QString &name)
+OlmEntryPlace olmEntryPlace(const QString &name, qint64 position)
 {
-    return placeOfEntry.value(name);
+    const auto entry = placesOfEntry.constFind(keyOf(name));
+    if (entry == placesOfEntry.constEnd())
+        return {};
+    const auto behind = std::lower_bound(entry->begin(), entry->end(), position,
+                                         [](const OlmEntryPlace &place, qint64 at) { return place.offset < at; });
+    return behind == entry->begin() ? *behind : *(behind - 1);
 }
 
 void freeOlmRecords()
 {
-    placeOfEntry.clear();
+    placesOfEntry.clear();
     recordsByFolder.clear();
     recordByBody.clear();
     while (TmpMlrcPtrStart) {

@@ -86,9 +86,10 @@ MailMLRC *appendOlmRecord(MailMLRC &&record);
 const std::vector<const MailMLRC *> &olmRecordsOfFolder(qint64 folderId);
 /// The first record in the list with this body offset and size, in bytes, or null.
 const MailMLRC *olmRecordOfBody(qint64 bodyOffset, quint64 bodySize);
-/// Notes an entry that is no message; of entries of one name the first one counts.
+/// Notes an entry that is no message; they come in the order of the archive.
 void noteOlmEntry(const QString &name, const OlmEntryPlace &place);
-/// The place of an entry by its name.
-OlmEntryPlace olmEntryPlace(const QString &name);
+/// The place of an entry by its name, whose Unicode form does not matter. Of several the last one before `position` in
+/// the archive, in bytes, else the first one behind it.
+OlmEntryPlace olmEntryPlace(const QString &name, qint64 position);
 /// Frees all records and forgets the entries.
 void freeOlmRecords();

@@ -1,8 +1,8 @@
 #pragma once
 
-// The records of a scan: fixed, zero-filled blocks in singly linked lists, appended at the end, walked from
-// the start, freed as a whole. Only the append and free functions here touch `next`; they also keep the
-// indexes that save a search of the list for each folder or file.
+// The records of a scan: values in singly linked lists, appended at the end, walked from the start, freed as a whole.
+// Only the append and free functions here touch `next`; they also keep the indexes that save a search of the list
+// for each folder or file.
 
 #include <QString>
 
@@ -22,24 +22,28 @@ struct FolderAttribNode {
 
 /// One source file that holds mail.
 struct MailItemNode {
-    char16_t *path;    ///< absolute path, UTF-16, zero-terminated; belongs to the record
-    qint32 pathLength; ///< bytes: twice the UTF-16 units, terminator not counted
-    qint64 parentId;   ///< the folder that the file belongs to
+    QString path;    ///< absolute
+    qint64 parentId; ///< the folder that the file belongs to
     MailItemNode *next;
+
+    /// Bytes of the path as UTF-16.
+    qint32 pathLength() const { return path.size() * static_cast<qint32>(sizeof(QChar)); }
 };
 
-constexpr int headerFieldUnits = 255; ///< UTF-16 units of a header field, terminator included
-constexpr int pathFieldUnits = 1024;  ///< UTF-16 units of the path field, terminator included
-constexpr int labelFieldStart = 512;  ///< Opera Mail: the location label's place in the path field
+constexpr int headerFieldLimit = 254; ///< longest subject or sender in a record, UTF-16 units
+constexpr int pathFieldLimit = 1023;  ///< longest path of a mailbox file in a record, UTF-16 units
+constexpr int operaFieldLimit = 511;  ///< Opera Mail: longest path, and longest location label, UTF-16 units
 
-/// One message of an mbox or .mbs file. Text is UTF-16, zero-terminated, zero-filled.
+/// One message of an mbox or .mbs file. Its texts are cut at the limits above (cutField).
 struct MboxMessageNode {
-    qint64 length; ///< bytes, from its separator line to the next one or the end of the file
-    qint64 offset; ///< bytes: where its separator line begins in its file
-    char16_t subject[headerFieldUnits];
-    char16_t from[headerFieldUnits];
-    char16_t path[pathFieldUnits];
-    MboxMessageNode *next;
+    qint64 length = 0; ///< bytes, from its separator line to the next one or the end of the file
+    qint64 offset = 0; ///< bytes: where its separator line begins in its file
+    QString subject;
+    QString from;
+    QString
+        path; ///< shares its text with the other messages of the file; empty in the last record of an index
+    QString label; ///< Opera Mail: the location label
+    MboxMessageNode *next = nullptr;
 };
 
 inline FolderAttribNode *StartFldrAtrib = nullptr;
@@ -62,8 +66,6 @@ MailItemNode *appendMailItem(const QString &path, qint64 parentId);
 /// The file records of one folder, in list order.
 const std::vector<const MailItemNode *> &mailItemsOfFolder(qint64 folderId);
 void freeMailItems();
-/// The record's path.
-QString pathOf(const MailItemNode &item);
 
 /// Appends an empty message record and returns it.
 MboxMessageNode *appendMessage();
@@ -79,8 +81,6 @@ std::vector<const MboxMessageNode *> &messageIndexOfLabel(const QString &account
 const std::vector<const MboxMessageNode *> &messagesOfLabel(const QString &account, const QString &label);
 void freeMessages();
 
-/// Stores text in a field of `units` UTF-16 units: cut so that a terminator always fits, on a whole unit; the
-/// rest of the field is zero-filled.
-void storeField(char16_t *field, int units, const QString &text);
-/// The field's text, up to its terminator.
-QString fieldText(const char16_t *field);
+/// What a record keeps of a text: all up to its first zero character, `limit` UTF-16 units at most (a surrogate pair
+/// may lose its second half), in memory of just that size.
+QString cutField(const QString &text, int limit);

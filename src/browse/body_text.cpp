@@ -1,6 +1,5 @@
 #include "browse/body_text.h"
 
-#include "platform/huge_pages.h"
 #include "text/base64.h"
 #include "text/byte_search.h"
 #include "text/codecs.h"
@@ -159,7 +158,6 @@ QByteArray joinedLines(std::string_view body, size_t characters)
 {
     QByteArray joined;
     joined.reserve(static_cast<int>(std::min(characters, body.size())));
-    useHugePages(joined.constData(), static_cast<size_t>(joined.capacity()));
     for (size_t read = 0; !body.empty() && read < characters;) {
         const TextLine line = firstLine(body);
         body.remove_prefix(line.bytes);

@@ -3,8 +3,7 @@
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "platform/folder_walk.h"
-#include "text/header_rules.h"
-#include "text/line_reader.h"
+#include "text/header_lines.h"
 #include "text/opera_accounts.h"
 
 namespace
@@ -40,25 +39,18 @@ bool isCompanion(const QString &file)
             return true;
     return false;
 }
-
-QStringList readFolds(LineReader *reader)
-{
-    QStringList folds;
-    while (reader->nextIsFold())
-        folds.append(wholeLineText(*reader->readLine()));
-    return folds;
-}
 } // namespace
 
 QStringList filesBelow(const QString &folder, void (*keepAlive)())
 {
     QStringList files;
-    walkFolder(folder, [&](const QString &path, bool isFolder) {
+    const auto take = [&](const QString &path, bool isFolder) {
         if (!isFolder)
             files.append(path.trimmed());
         else if (keepAlive)
             keepAlive();
-    });
+    };
+    walkFolder(folder, {take});
     return files;
 }
 
@@ -76,32 +68,24 @@ std::optional<MessageRow> rowOfMessageFile(const QString &file, bool *opened)
     const bool isOpen = reader.open(file);
     if (opened)
         *opened = isOpen;
-    std::optional<QString> sender;
-    std::optional<QString> subject;
-    while (isOpen && !(sender && subject) && reader.skipToLineStart(LineStarts::FromOrSubject)) {
-        const QString line = wholeLineText(*reader.readLine());
-        if (!sender && line.startsWith(QLatin1String("From:"), Qt::CaseInsensitive))
-            sender = decodeSender(line, readFolds(&reader), listHeaders);
-        else if (!subject && line.startsWith(QLatin1String("Subject:"), Qt::CaseInsensitive))
-            subject = decodeSubject(line, readFolds(&reader), listHeaders);
-    }
-    if (isOpen)
-        reportUnread(reader.errorString());
-    if (!sender && !subject)
+    if (!isOpen)
         return std::nullopt;
-    return MessageRow{fileRowText(sender.value_or(QString()), subject.value_or(QString())), file, QString(),
-                      QString()};
+    const SenderAndSubject found = readSenderAndSubject(&reader, listHeaders);
+    reportUnread(reader.errorString());
+    if (!found.sender && !found.subject)
+        return std::nullopt;
+    return MessageRow{fileRowText(found.sender.value_or(QString()), found.subject.value_or(QString())), file,
+                      QString(), QString()};
 }
 
 std::vector<MessageRow> operaRows(const QString &folderPath, const QString &folderName)
 {
     std::vector<MessageRow> rows;
     for (const MboxMessageNode *record : messagesOfLabel(operaAccountOf(folderPath), folderName)) {
-        QString sender = fieldText(record->from);
+        QString sender = record->from;
         if (sender.endsWith(QLatin1Char('\n')))
             sender.remove(QLatin1Char('\n'));
-        rows.push_back(
-            {fileRowText(sender, fieldText(record->subject)), fieldText(record->path), QString(), QString()});
+        rows.push_back({fileRowText(sender, record->subject), record->path, QString(), QString()});
     }
     return rows;
 }

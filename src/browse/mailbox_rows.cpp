@@ -17,7 +17,7 @@ std::vector<MessageRow> mailboxRows(const QString &folderPath)
 {
     std::vector<MessageRow> rows;
     for (const MboxMessageNode *record : messagesOfPath(folderPath))
-        rows.push_back({rowText(fieldText(record->from), fieldText(record->subject)), fieldText(record->path),
-                        QString::number(record->offset), QString::number(record->length)});
+        rows.push_back({rowText(record->from, record->subject), record->path, QString::number(record->offset),
+                        QString::number(record->length)});
     return rows;
 }

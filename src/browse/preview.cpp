@@ -3,7 +3,6 @@
 #include "app/problem_log.h"
 #include "browse/body_text.h"
 #include "platform/byte_source.h"
-#include "platform/huge_pages.h"
 #include "text/header_rules.h"
 #include "text/line_reader.h"
 
@@ -26,7 +25,6 @@ QByteArray readBytes(const QString &path, qint64 offset, qint64 length)
         return {};
     }
     QByteArray message(static_cast<int>(std::max<qint64>(0, bytes)), Qt::Uninitialized);
-    useHugePages(message.constData(), static_cast<size_t>(message.size()));
     message.truncate(static_cast<int>(file.read(offset, message.data(), bytes)));
     if (!file.errorString().isEmpty())
         reportUnread(QStringLiteral("can't be shown: ") + file.errorString());

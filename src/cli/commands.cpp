@@ -9,10 +9,10 @@
 #include "cli/say.h"
 #include "cli/scan_output.h"
 #include "cli/worker_run.h"
-#include "save/old_bundle.h"
+#include "save/bundle_place.h"
 #include "save/save_report.h"
+#include "save/ticked_items.h"
 
-#include <QFileInfo>
 #include <QStorageInfo>
 #include <QTextStream>
 
@@ -68,12 +68,6 @@ bool chooseFolders(const Arguments &arguments, const ScanResult &scan, std::vect
         chosen->push_back(*found);
     }
     return true;
-}
-
-bool isThere(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
 }
 
 void setTarget(const Arguments &arguments)
@@ -144,7 +138,7 @@ void fillReport(Outcome outcome, SaveReport *report)
                   : outcome == Outcome::Stopped ? SaveReport::End::Stopped
                                                 : SaveReport::End::Ended;
     report->files = ulCount;
-    report->bundleStands = isThere(FileSavingPath);
+    report->bundleStands = BundlePlace::isThere(FileSavingPath);
 }
 
 std::optional<BundleCheck> checkSaved(const Arguments &arguments)
@@ -169,23 +163,49 @@ bool keepReport(const Arguments &arguments, const SaveReport &report)
     return error.isEmpty();
 }
 
+// Why no save can begin, "" if one can.
+QString takePlace(const Arguments &arguments)
+{
+    if (arguments.dryRun)
+        return {};
+    const QString old = BundlePlace::oldPath(FileSavingPath);
+    if (!arguments.replace && BundlePlace::isThere(FileSavingPath))
+        return BundlePlace::isThere(old)
+                   ? QStringLiteral(
+                         "already exists, not finished (the bundle before it: %1), use --replace: %2")
+                         .arg(old, FileSavingPath)
+                   : QStringLiteral("already exists, use --replace: ") + FileSavingPath;
+    return bundlePlace.open(FileSavingPath,
+                            arguments.replace ? BundlePlace::Old::Replace : BundlePlace::Old::Refuse);
+}
+
+// What became of the save, when the old bundle has gone or stays.
+Outcome endSave(Outcome save, const ScanResult &scan, const SaveReport &report)
+{
+    Outcome outcome = outcomeOfSave(save, scan, report);
+    if (!bundlePlace.finish(outcome == Outcome::Finished) && outcome == Outcome::Finished)
+        outcome = Outcome::Ended;
+    const bool noRoom = outcome == Outcome::Ended && report.freeBytes < tickedBytes();
+    if (noRoom && BundlePlace::isThere(BundlePlace::oldPath(FileSavingPath)))
+        reportProblem(
+            QStringLiteral("both bundles may need more space than there is, removing the old one first "
+                           "would help: ") +
+            BundlePlace::oldPath(FileSavingPath));
+    sayProblems();
+    return outcome;
+}
+
 int saveTicked(const Arguments &arguments, const ScanResult &scan)
 {
-    if (!arguments.dryRun && isThere(FileSavingPath)) {
-        if (!arguments.replace) {
-            say(QStringLiteral("already exists, use --replace: ") + FileSavingPath);
-            return endWithoutSave(arguments, Outcome::Ended);
-        }
-        if (!removeOldBundle(FileSavingPath)) {
-            say(QStringLiteral("can't be removed: ") + FileSavingPath);
-            return endWithoutSave(arguments, Outcome::Ended);
-        }
+    if (const QString problem = takePlace(arguments); !problem.isEmpty()) {
+        say(problem);
+        return endWithoutSave(arguments, Outcome::Ended);
     }
     SaveReport report = newReport(arguments);
-    const Outcome save = runSave(!arguments.quiet, arguments.dryRun ? SaveMode::CountOnly : SaveMode::Write);
+    const Outcome save =
+        runSave(!arguments.quiet, arguments.dryRun ? SaveMode::CountOnly : SaveMode::Write, arguments.check);
     report.check = checkSaved(arguments);
-    sayProblems();
-    Outcome outcome = outcomeOfSave(save, scan, report);
+    Outcome outcome = endSave(save, scan, report);
     fillReport(outcome, &report);
     if (!keepReport(arguments, report) && outcome == Outcome::Finished)
         fillReport(outcome = Outcome::Ended, &report);
@@ -195,7 +215,7 @@ int saveTicked(const Arguments &arguments, const ScanResult &scan)
 
 int convert(const Arguments &arguments, const ScanResult &scan, const std::vector<SentFolder> &chosen)
 {
-    setTarget(arguments);
+    setTarget(arguments); // the scan clears its flags
     if (stopSignalled())
         return endWithoutSave(arguments, Outcome::Stopped);
     if (scan.folders.empty() && scan.outcome == Outcome::Ended)
@@ -210,11 +230,24 @@ int convert(const Arguments &arguments, const ScanResult &scan, const std::vecto
         markFolder(folder.id, stateTicked);
     return saveTicked(arguments, scan);
 }
+
+// Why the store can't be read while the bundle is replaced, "" if it can.
+QString conflictOf(const Arguments &arguments)
+{
+    if (arguments.command != Command::Convert || !arguments.replace || arguments.dryRun)
+        return {};
+    setTarget(arguments);
+    return BundlePlace::conflict(arguments.store, FileSavingPath);
+}
 } // namespace
 
 int runCommand(const Arguments &arguments)
 {
     m_selectedFile = arguments.store;
+    if (const QString conflict = conflictOf(arguments); !conflict.isEmpty()) {
+        say(conflict);
+        return ExitUsage;
+    }
     const ScanFor purpose = arguments.command == Command::Convert ? ScanFor::Saving : ScanFor::Browsing;
     const ScanResult scan = runScan(arguments.kind->client, purpose, !arguments.quiet);
     sayHowScanEnded(arguments, scan.outcome);

@@ -1,6 +1,7 @@
 #include "cli/report_output.h"
 
 #include "cli/json_writer.h"
+#include "cli/passed_over_output.h"
 
 #include <QFile>
 
@@ -145,9 +146,7 @@ void writeReport(JsonWriter *json, const SaveReport &report, const SaveLedger &l
     writeLeftOutItems(json, ledger);
     writeChanges(json, ledger);
     writeSharedMailboxes(json, ledger);
-    json->key("passedOver").beginArray();
-    json->endArray();
-    json->key("otherFiles").value(qint64{0});
+    writePassedOver(json);
     json->key("bytes").value(ledger.bytes());
     json->key("free").value(report.freeBytes);
     writeCheck(json, report.check);

@@ -4,6 +4,7 @@
 #include "app/shared_state.h"
 #include "browse/folder_tree.h"
 #include "cli/json_writer.h"
+#include "cli/passed_over_output.h"
 #include "cli/say.h"
 
 #include <QTextStream>
@@ -30,7 +31,7 @@ void writeFiles(JsonWriter *json)
     json->key("files").beginArray();
     for (const MailItemNode *item = StartMailItem; item; item = item->next) {
         json->beginObject();
-        json->key("path").value(pathOf(*item));
+        json->key("path").value(item->path);
         json->key("folder").value(item->parentId);
         json->endObject();
     }
@@ -40,7 +41,7 @@ void writeFiles(JsonWriter *json)
 // The index of mbox files leaves one empty record behind for a message that never came.
 bool isLeftOver(const MboxMessageNode &record)
 {
-    return !record.next && record.path[0] == 0;
+    return !record.next && record.path.isEmpty();
 }
 
 void writeMessages(JsonWriter *json)
@@ -49,13 +50,13 @@ void writeMessages(JsonWriter *json)
     for (const MboxMessageNode *record = TmpMboxMbxPtrStart; record && !isLeftOver(*record);
          record = record->next) {
         json->beginObject();
-        json->key("path").value(fieldText(record->path));
+        json->key("path").value(record->path);
         json->key("offset").value(record->offset);
         json->key("length").value(record->length);
-        json->key("from").value(fieldText(record->from));
-        json->key("subject").value(fieldText(record->subject));
+        json->key("from").value(record->from);
+        json->key("subject").value(record->subject);
         if (bMbsFileFound)
-            json->key("label").value(fieldText(record->path + labelFieldStart));
+            json->key("label").value(record->label);
         json->endObject();
     }
     json->endArray();
@@ -122,6 +123,7 @@ void writeScan(const Arguments &arguments, const ScanResult &scan)
     writeMessages(&json);
     if (bOlmFileFound)
         writeRecords(&json);
+    writePassedOver(&json);
     json.endObject();
 }
 

@@ -143,10 +143,11 @@ ScanResult runScan(int client, ScanFor purpose, bool showProgress)
     return result;
 }
 
-Outcome runSave(bool showProgress, SaveMode mode)
+Outcome runSave(bool showProgress, SaveMode mode, bool toDisk)
 {
     QMailSaving save;
     save.m_mode = mode;
+    save.m_toDisk = toDisk;
     bool finished = false;
     ProgressLine line(QStringLiteral("Saving Database File ..."), showProgress);
 

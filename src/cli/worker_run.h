@@ -53,5 +53,6 @@ enum class ScanFor { Browsing, Saving };
 
 /// Runs the scan thread on m_selectedFile with the reader of a client, and makes the folder records.
 ScanResult runScan(int client, ScanFor purpose, bool showProgress);
-/// Runs the save thread on what is ticked; the target flags and saveDir are set.
-Outcome runSave(bool showProgress, SaveMode mode);
+/// Runs the save thread on what is ticked; the target flags, saveDir and the bundle's place are set. `toDisk`: it
+/// has ended only when the bundle is on the disk.
+Outcome runSave(bool showProgress, SaveMode mode, bool toDisk);

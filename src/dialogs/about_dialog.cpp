@@ -4,8 +4,16 @@
 #include "platform/system_info.h"
 #include "platform/window/text_fit.h"
 
+namespace
+{
+constexpr qreal largestPoints = 12;
+}
+
 AboutDlg::AboutDlg(QWidget *parent) : QDialog(parent)
 {
+    QFont desktop = font();
+    desktop.setPointSizeF(qMin(desktop.pointSizeF(), largestPoints)); // what the fixed form has room for
+    setFont(desktop);
     setupUi(this);
     LabelPixmap->setPixmap(QPixmap(QStringLiteral(":/images/img_About.png")));
     ProductVersionLabel->setText(QStringLiteral(VELMORA_VERSION));
@@ -29,8 +37,8 @@ void AboutDlg::GetSUpport()
         TicketLabel->hide();
         return;
     }
-    TicketLabel->setText(
-        QStringLiteral("<a href=\"%1\">%2</a>").arg(link.toHtmlEscaped(), text.toHtmlEscaped()));
+    TicketLabel->setText(QStringLiteral("<a href=\"%1\">%2</a>")
+                             .arg(link.toHtmlEscaped(), tr(text.toUtf8().constData()).toHtmlEscaped()));
     TicketLabel->setFont(lucidaFont(12));
     TicketLabel->setOpenExternalLinks(true);
 }

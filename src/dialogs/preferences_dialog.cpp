@@ -1,10 +1,15 @@
 #include "dialogs/preferences_dialog.h"
 
+#include "app/settings_plist.h"
+#include "platform/window/open_url.h"
+#include "platform/window/text_fit.h"
+
 #include <QBitmap>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSettings>
+#include <QUrl>
 
 namespace
 {
@@ -13,8 +18,8 @@ const QString organization = QStringLiteral("velmora");
 const QString application = QStringLiteral("ConverterPreferences");
 const QString checkKey = QStringLiteral("CheckForUpdate");
 const QString intervalKey = QStringLiteral("UpdateInterval");
-constexpr int buttonAir = 20; ///< pixels
-constexpr qreal largestNotePoints = 11;
+constexpr int buttonAir = 20;  ///< pixels
+constexpr int sideMargin = 16; ///< pixels: the frame's, and half the gap between box and list
 
 } // namespace
 
@@ -29,10 +34,14 @@ PreferencesDialog::PreferencesDialog(QWidget *parent) : QDialog(parent, Qt::Shee
     // The style leaves its text hardly any air.
     CheckUpdateButton->setMinimumWidth(
         CheckUpdateButton->fontMetrics().horizontalAdvance(CheckUpdateButton->text()) + buttonAir);
-    // The longest text here; with a large desktop font it keeps the size that the dialog has room for.
-    QFont font = label_2->font();
-    font.setPointSizeF(qMin(font.pointSizeF(), largestNotePoints));
-    label_2->setFont(font);
+    // The longest text here; with a large desktop font it gets the size that the dialog has room for.
+    const int room = maximumWidth() - 2 * sideMargin - comboBoxUpdates->sizeHint().width();
+    shrinkFont(CheckForUpdateCheckBox, [&] { return CheckForUpdateCheckBox->sizeHint().width() <= room; });
+    shrinkFont(label_2, [this] {
+        layout()->activate();
+        frameLayout->activate();
+        return label_2->heightForWidth(label_2->width()) <= label_2->height();
+    });
 }
 
 void PreferencesDialog::ByDefaultSettings()
@@ -70,8 +79,14 @@ void PreferencesDialog::OnCancelButton()
 void PreferencesDialog::CheckUpdate()
 {
     CheckUpdateButton->setEnabled(false);
-    QMessageBox::information(this, QString(),
-                             tr("No updates available. Your software has latest updates installed."));
+    const QString address = linkSetting(QStringLiteral("UpdateLink"));
+    if (address.isEmpty())
+        QMessageBox::information(this, QString(),
+                                 tr("No address to ask for updates is set, so it is not known whether there "
+                                    "are any. You have version %1.")
+                                     .arg(QStringLiteral(VELMORA_VERSION)));
+    else
+        openUrl(QUrl(address));
     CheckUpdateButton->setEnabled(true);
     CheckUpdateButton->setFocus(); // which it lost when it was disabled
 }

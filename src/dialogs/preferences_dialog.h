@@ -17,7 +17,8 @@ public:
 public slots:
     void OnOK();
     void OnCancelButton();
-    /// Says that there is no update; nothing is fetched.
+    /// Opens the page that tells of updates ("UpdateLink" of the settings property list), or says that none is set.
+    /// The program itself fetches nothing.
     void CheckUpdate();
     /// The interval can be chosen only while the check box is ticked.
     void OnCheckUpdateChange(int state);

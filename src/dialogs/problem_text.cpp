@@ -21,9 +21,11 @@ QString withProblems(const QString &text, const QStringList &problems)
     return problems.isEmpty() ? text : text + QStringLiteral("\n\n") + problemText(problems);
 }
 
-void showBox(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text)
+void showBox(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text,
+             const QString &more)
 {
     QMessageBox box(icon, title, text, QMessageBox::Ok, parent);
     box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(more);
     box.exec();
 }

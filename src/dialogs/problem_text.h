@@ -11,4 +11,6 @@ QString problemText(const QStringList &problems);
 QString withProblems(const QString &text, const QStringList &problems);
 
 /// Shows a modal box with an Ok button. The text is never taken as markup: it may hold a path.
-void showBox(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text);
+/// `more` stands below the text, smaller or plainer as the desktop has it.
+void showBox(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text,
+             const QString &more = {});

@@ -1,6 +1,7 @@
 #include "dialogs/progress_info_dialog.h"
 
 #include "app/problem_log.h"
+#include "app/run_step.h"
 #include "app/shared_state.h"
 #include "app/window/main_window.h"
 #include "app/window/window_state.h"
@@ -9,6 +10,12 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMessageBox>
+
+namespace
+{
+constexpr double leastDone = 0.02;
+constexpr double leastSeconds = 3;
+} // namespace
 
 QProgressInfo::QProgressInfo(QWidget *parent) : QDialog(parent)
 {
@@ -20,6 +27,9 @@ QProgressInfo::QProgressInfo(QWidget *parent) : QDialog(parent)
 void QProgressInfo::init()
 {
     setWindowFlags(Qt::Sheet);
+    m_runs.start();
+    // Return and Space do nothing, a stray key would stop hours of work; this one is meant.
+    stopButton->setShortcut(Qt::ALT + Qt::Key_S);
     stopButton->setStyleSheet(QStringLiteral(
         "QPushButton{min-height: 32px;min-width: 32px; border-image: url(:/images/img_Stop.png)}"
         "QPushButton:hover { border-image: url(:/images/img_HoverStop.png)}"
@@ -32,8 +42,38 @@ void QProgressInfo::setTask(const QString &text)
     SearchLabel->setText(text);
 }
 
+void QProgressInfo::showStep(double percent)
+{
+    const RunStep step = runStep();
+    const double within = qBound(0.0, percent / 100, 1.0);
+    const bool counted = step.count > 0;
+    const double places = static_cast<double>(qMax<qint64>(1, step.count));
+    const QString left = timeLeft(counted ? (static_cast<double>(step.place - 1) + within) / places : within);
+    QString place;
+    if (counted) {
+        place = tr(", %1 of %2").arg(step.place).arg(step.count);
+        const int room = stepLabel->width() - stepLabel->fontMetrics().horizontalAdvance(place + left);
+        place.prepend(stepLabel->fontMetrics().elidedText(step.name, Qt::ElideMiddle, room));
+        stepLabel->setToolTip(step.name);
+    }
+    stepLabel->setText(place + left);
+}
+
+// Nothing while so little is done that the guess would jump.
+QString QProgressInfo::timeLeft(double done) const
+{
+    const double seconds = static_cast<double>(m_runs.elapsed()) / 1000;
+    if (done < leastDone || seconds < leastSeconds)
+        return {};
+    const int left = static_cast<int>(seconds * (1 - done) / done);
+    const QString text =
+        left < 60 ? tr("less than a minute left") : tr("about %n minute(s) left", nullptr, (left + 30) / 60);
+    return QStringLiteral("  \u2013  ") + text;
+}
+
 void QProgressInfo::showEndedEarly(const QString &reason)
 {
+    stepLabel->clear();
     SearchLabel->setText(reason + QLatin1Char('\n') + tr("Press Stop to go on."));
     QRect place = SearchLabel->geometry();
     place.setRight(stopButton->x() - 10);

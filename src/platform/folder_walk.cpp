@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <cerrno>
 #include <vector>
 
 #include <dirent.h>
@@ -12,8 +13,6 @@
 
 namespace
 {
-using Visit = std::function<void(const QString &, bool)>;
-
 struct FolderId {
     dev_t device;
     ino_t inode;
@@ -32,16 +31,20 @@ Kind kindOfType(unsigned char type)
     return type == DT_DIR ? Kind::Folder : type == DT_REG ? Kind::File : Kind::Unknown;
 }
 
-// All at once, so that no folder stays open on the way down.
-std::vector<Entry> entriesOf(const QByteArray &folder)
+// All at once, so that no folder stays open on the way down. `error` gets the system's number where not all could be
+// read.
+std::vector<Entry> entriesOf(const QByteArray &folder, int *error)
 {
     std::vector<Entry> entries;
+    errno = 0;
     DIR *stream = ::opendir(folder.constData());
     while (const dirent *entry = stream ? ::readdir(stream) : nullptr) {
         const QByteArray name(entry->d_name);
         if (name != "." && name != "..")
             entries.push_back({name, kindOfType(entry->d_type)});
+        errno = 0;
     }
+    *error = errno;
     if (stream)
         ::closedir(stream);
     return entries;
@@ -50,7 +53,7 @@ std::vector<Entry> entriesOf(const QByteArray &folder)
 class Walk
 {
 public:
-    explicit Walk(const Visit &visit) : m_visit(visit) {}
+    explicit Walk(const FolderVisit &visit) : m_visit(visit) {}
 
     void enter(const QByteArray &folder)
     {
@@ -61,7 +64,11 @@ public:
         if (std::find(m_above.begin(), m_above.end(), id) != m_above.end())
             return;
         m_above.push_back(id);
-        for (const Entry &entry : entriesOf(folder))
+        int error = 0;
+        const std::vector<Entry> entries = entriesOf(folder, &error);
+        if (error != 0 && m_visit.unreadable)
+            m_visit.unreadable(QFile::decodeName(folder), qt_error_string(error));
+        for (const Entry &entry : entries)
             take(folder == "/" ? folder + entry.name : folder + '/' + entry.name, entry.kind);
         m_above.pop_back();
     }
@@ -73,20 +80,24 @@ private:
         if (kind == Kind::Unknown && ::stat(path.constData(), &info) == 0)
             kind = S_ISDIR(info.st_mode) ? Kind::Folder : S_ISREG(info.st_mode) ? Kind::File : kind;
         const QString text = QFile::decodeName(path);
-        if (kind == Kind::Unknown ||
-            (text.contains(QChar::ReplacementCharacter) && QFile::encodeName(text) != path))
+        if (kind == Kind::Unknown)
             return;
-        m_visit(text, kind == Kind::Folder);
+        if (text.contains(QChar::ReplacementCharacter) && QFile::encodeName(text) != path) {
+            if (m_visit.oddName)
+                m_visit.oddName(text, kind == Kind::Folder);
+            return;
+        }
+        m_visit.entry(text, kind == Kind::Folder);
         if (kind == Kind::Folder)
             enter(path);
     }
 
-    const Visit &m_visit;
+    const FolderVisit &m_visit;
     std::vector<FolderId> m_above; ///< the folders on the way to the one that is read
 };
 } // namespace
 
-bool walkFolder(const QString &folder, const Visit &visit)
+bool walkFolder(const QString &folder, const FolderVisit &visit)
 {
     if (folder.isEmpty() || !QDir(folder).exists())
         return false;

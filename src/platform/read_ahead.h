@@ -9,6 +9,7 @@
 #include <future>
 #include <mutex>
 #include <queue>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -26,7 +27,11 @@ public:
         for (unsigned i = std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads); i > 0; --i) {
             begin();
             begin(); // so that no thread runs out of work
-            m_threads.emplace_back([this] { work(); });
+            try {
+                m_threads.emplace_back([this] { work(); });
+            } catch (const std::system_error &) {
+                break; // the system gives no more threads: without one, `next` does the work
+            }
         }
     }
     ReadAhead(const ReadAhead &) = delete;
@@ -46,6 +51,10 @@ public:
     Result next()
     {
         if (m_taken == m_results.size()) {
+            if (m_threads.empty()) {
+                m_tasks.front()();
+                m_tasks.pop();
+            }
             m_results = m_ahead.front().get();
             m_ahead.pop();
             m_taken = 0;

@@ -5,6 +5,8 @@
 #include "text/mbox_separator.h"
 
 #include <algorithm>
+#include <array>
+#include <future>
 #include <vector>
 
 namespace
@@ -12,13 +14,98 @@ namespace
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view separatorStart = "From ";
 constexpr std::string_view separatorBehindFeed = "\nFrom ";
-constexpr size_t blockBytes = 256 * 1024;
-constexpr qint64 settleBytes = 1024 * 1024;
+constexpr size_t probeBytes = 64 * 1024;
+constexpr size_t pieceBytes = 4 * 1024 * 1024;
 
 bool startsWith(std::string_view text, std::string_view start)
 {
     return text.substr(0, start.size()) == start;
 }
+
+/// A stretch of a mailbox, whole lines where they are no longer than that. Empty at the end, and where reading failed.
+struct Piece {
+    qint64 start = 0; ///< in the source, bytes
+    std::string_view bytes;
+    bool beginsMessage = false;
+    qint64 messages = 0;  ///< that begin in it
+    qint64 strays = 0;    ///< other lines that start with "From "
+    bool isPlain = false; ///< goes into the target as it stands
+};
+
+// Cuts a mailbox into pieces. A message that does not end in the piece where it begins stands at that piece's start.
+class PieceReader
+{
+public:
+    explicit PieceReader(ByteSource *source) : m_source(source)
+    {
+        for (std::vector<char> &block : m_blocks)
+            block.resize(std::min(pieceBytes, static_cast<size_t>(source->size())));
+        char mark[byteOrderMark.size()];
+        const qint64 got = source->read(0, mark, sizeof(mark));
+        if (std::string_view(mark, static_cast<size_t>(got)) == byteOrderMark)
+            m_position = got;
+    }
+
+    /// The piece before the last one is overwritten.
+    Piece read()
+    {
+        std::vector<char> &block = m_blocks[m_turn++ % m_blocks.size()];
+        const qint64 got = m_source->read(m_position, block.data(), static_cast<qint64>(block.size()));
+        const bool failed = !m_source->errorString().isEmpty();
+        const bool isLast = !failed && m_position + got >= m_source->size();
+        Piece piece;
+        piece.start = m_position;
+        piece.bytes = {block.data(), static_cast<size_t>(got)};
+        const size_t feed = piece.bytes.rfind('\n');
+        if (!isLast && feed != std::string_view::npos)
+            piece.bytes = piece.bytes.substr(0, feed + 1);
+        const Piece withoutLast = countLines(&piece);
+        if (!isLast && !withoutLast.bytes.empty())
+            piece = withoutLast;
+        else if (failed)
+            piece.bytes = {};
+        m_position += static_cast<qint64>(piece.bytes.size());
+        m_atLineStart = !piece.bytes.empty() && piece.bytes.back() == '\n';
+        piece.isPlain = m_atLineStart && findText(piece.bytes, "\r\n") == std::string_view::npos;
+        return piece;
+    }
+
+private:
+    // Counts the lines that start with "From ". Gives the piece without the last message that begins in it, empty where
+    // none does behind its start.
+    Piece countLines(Piece *piece)
+    {
+        Piece withoutLast;
+        const std::string_view bytes = piece->bytes;
+        for (size_t at = m_atLineStart && startsWith(bytes, separatorStart) ? 0 : nextLine(bytes, 0);
+             at < bytes.size(); at = nextLine(bytes, at)) {
+            if (!m_isFirst && !isMboxSeparator(bytes.substr(at, bytes.find('\n', at) - at))) {
+                ++piece->strays;
+                continue;
+            }
+            m_isFirst = false;
+            withoutLast = *piece;
+            withoutLast.bytes = bytes.substr(0, at);
+            piece->beginsMessage = piece->beginsMessage || at == 0;
+            ++piece->messages;
+        }
+        return withoutLast;
+    }
+
+    // The next line that starts with "From " behind the one at `at`.
+    static size_t nextLine(std::string_view bytes, size_t at)
+    {
+        const size_t found = findText(bytes, separatorBehindFeed, at);
+        return found == std::string_view::npos ? bytes.size() : found + 1;
+    }
+
+    ByteSource *m_source;
+    std::array<std::vector<char>, 2> m_blocks;
+    size_t m_turn = 0;
+    qint64 m_position = 0;
+    bool m_atLineStart = true;
+    bool m_isFirst = true; ///< the first line of a mailbox begins a message whatever it holds
+};
 
 class Copy
 {
@@ -27,98 +114,66 @@ public:
         : m_source(source),
           m_target(target),
           m_text(target, ExactText::Quoting::None),
-          m_block(blockBytes),
+          m_reader(source),
           m_messageStart(target->size())
     {
     }
 
+    // Pieces are read ahead: looking through one takes about as long as the system takes to copy another.
     ExactMailboxCopy run(const std::function<bool(qint64)> &goOn)
     {
-        fill();
-        if (startsWith({m_block.data(), m_filled}, byteOrderMark))
-            drop(byteOrderMark.size());
-        while (m_result.end == ExactEnd::Whole && fill()) {
-            if (!goOn(m_position))
+        Piece piece = m_reader.read();
+        while (!piece.bytes.empty() && m_result.end == ExactEnd::Whole) {
+            std::future<Piece> next = std::async(std::launch::async, [this] { return m_reader.read(); });
+            if (goOn(piece.start)) {
+                take(piece);
+                piece = next.get();
+            } else {
                 m_result.end = ExactEnd::Stopped;
-            else
-                takeBlock();
+            }
         }
-        finish();
+        if (m_result.end == ExactEnd::Whole && !m_source->errorString().isEmpty())
+            m_result.end = ExactEnd::Unreadable;
+        finish(piece);
         return m_result;
     }
 
 private:
-    bool fill()
+    void take(const Piece &piece)
     {
-        const qint64 at = m_position + static_cast<qint64>(m_filled);
-        m_filled += static_cast<size_t>(
-            m_source->read(at, m_block.data() + m_filled, static_cast<qint64>(m_block.size() - m_filled)));
-        return m_filled > 0;
-    }
-
-    void drop(size_t bytes)
-    {
-        m_filled -= bytes;
-        m_position += static_cast<qint64>(bytes);
-        std::copy_n(m_block.data() + bytes, m_filled, m_block.data());
-    }
-
-    // Whole lines of the block; of a line longer than the block as much as there is.
-    void takeBlock()
-    {
-        std::string_view block(m_block.data(), m_filled);
-        const bool atEnd = m_position + static_cast<qint64>(m_filled) >= m_source->size();
-        const size_t feed = block.rfind('\n');
-        if (!atEnd && feed != std::string_view::npos && m_source->errorString().isEmpty())
-            block = block.substr(0, feed + 1);
-        size_t copied = 0;
-        for (size_t at = m_atLineStart && startsWith(block, separatorStart) ? 0 : nextLine(block, 0);
-             at < block.size(); at = nextLine(block, at)) {
-            const std::string_view line = block.substr(at, block.find('\n', at) - at);
-            m_text.take(block.substr(copied, at - copied));
-            copied = at;
-            takeFromLine(line, m_position + static_cast<qint64>(at));
+        if (piece.beginsMessage) {
+            if (m_target->settle()) {
+                m_settledMessages = m_result.written;
+                m_settledStrays = m_result.strays;
+            }
+            m_messageStart = m_target->size();
+            m_straysBefore = m_result.strays;
+            m_result.cutOffset = piece.start;
         }
-        m_text.take(block.substr(copied));
-        m_atLineStart = block.back() == '\n';
-        drop(block.size());
+        if (piece.isPlain && m_endsLine)
+            m_target->appendFrom(*m_source, piece.start, piece.bytes);
+        else
+            m_text.take(piece.bytes);
+        m_endsLine = piece.bytes.back() == '\n';
+        m_result.written += piece.messages;
+        m_result.strays += piece.strays;
     }
 
-    // The next line that starts with "From " behind the one at `at`.
-    static size_t nextLine(std::string_view block, size_t at)
+    // `rest`: the piece that was not taken, empty where the source has ended. What is not whole goes: the message in
+    // work, with the strays in it.
+    void finish(const Piece &rest)
     {
-        const size_t found = findText(block, separatorBehindFeed, at);
-        return found == std::string_view::npos ? block.size() : found + 1;
-    }
-
-    void takeFromLine(std::string_view line, qint64 offset)
-    {
-        if (m_result.found > 0 && !isMboxSeparator(line)) {
-            ++m_result.strays;
-            return;
-        }
-        if (m_target->unsettledBytes() >= settleBytes && m_target->settle()) {
-            m_settledMessages = m_result.found;
-            m_settledStrays = m_result.strays;
-        }
-        ++m_result.found;
-        m_messageStart = m_target->size();
-        m_straysBefore = m_result.strays;
-        m_result.cutOffset = offset;
-    }
-
-    // What is not whole goes: the message in work, with the strays in it.
-    void finish()
-    {
-        if (m_result.end == ExactEnd::Whole && !m_source->errorString().isEmpty())
-            m_result.end = ExactEnd::Unreadable;
-        m_result.written = m_result.found;
+        m_result.found = m_result.written;
         if (m_result.end == ExactEnd::Whole) {
-            m_text.end();
+            if (!m_endsLine)
+                m_text.end();
+        } else if (rest.beginsMessage) {
+            ++m_result.found;
+            m_result.cutOffset = rest.start;
         } else {
             m_target->truncate(m_messageStart);
             m_result.strays = m_straysBefore;
-            m_result.written = std::max<qint64>(0, m_result.found - 1);
+            m_result.written = std::max<qint64>(0, m_result.written - 1);
         }
         if (m_target->settle())
             return;
@@ -131,11 +186,9 @@ private:
     ByteSource *m_source;
     MailboxFile *m_target;
     ExactText m_text;
-    std::vector<char> m_block;
-    size_t m_filled = 0;
-    qint64 m_position = 0; ///< of the block in the source
-    bool m_atLineStart = true;
-    qint64 m_messageStart; ///< of the message in work in the target, bytes
+    PieceReader m_reader;
+    bool m_endsLine = true; ///< what was taken ends with a line feed
+    qint64 m_messageStart;  ///< in the target, of the last message that began a piece, bytes
     qint64 m_straysBefore = 0;
     qint64 m_settledMessages = 0; ///< that no later failure can take away
     qint64 m_settledStrays = 0;
@@ -146,7 +199,7 @@ private:
 ExactMailboxCopy probeMailbox(ByteSource *source)
 {
     ExactMailboxCopy probe;
-    std::vector<char> block(blockBytes);
+    std::vector<char> block(probeBytes);
     bool isFirst = true;
     for (qint64 at = 0; at < source->size() && probe.found == 0;) {
         const qint64 got = source->read(at, block.data(), static_cast<qint64>(block.size()));

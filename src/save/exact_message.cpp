@@ -47,22 +47,34 @@ bool holdsTime(const QByteArray &line)
     return time.match(QString::fromLatin1(line)).hasMatch();
 }
 
+qint64 behindFirstLine(ByteSource *source)
+{
+    for (qint64 at = 0; at < source->size();) {
+        const QByteArray block = bytesAt(source, at, std::min(at + blockBytes, source->size()));
+        const int feed = block.indexOf('\n');
+        if (block.isEmpty() || feed >= 0)
+            return at + feed + 1;
+        at += block.size();
+    }
+    return source->size();
+}
+
 // A .eml or .mbs file: its first line may be a separator.
 Span spanOfMailFile(ByteSource *source)
 {
     Span span;
     span.end = source->size();
     const QByteArray start = bytesAt(source, 0, std::min(longestSeparator, source->size()));
-    const int feed = start.indexOf('\n');
-    if (!start.startsWith("From ") || start.startsWith("From :") ||
-        (feed < 0 && start.size() < source->size()))
+    if (!start.startsWith("From ") || start.startsWith("From :"))
         return span;
-    QByteArray line = start.left(feed);
-    span.start = feed < 0 ? source->size() : feed + 1;
-    if (line.endsWith('\r'))
+    span.start = behindFirstLine(source);
+    QByteArray line = start.left(static_cast<int>(std::min<qint64>(span.start, start.size())));
+    const bool isWhole = line.size() == span.start;
+    while (line.endsWith('\n') || line.endsWith('\r'))
         line.chop(1);
-    if (isMboxSeparator(view(line + '\n')) && holdsTime(line))
-        span.separator = line + '\n';
+    line += '\n';
+    if (isWhole && isMboxSeparator(view(line)) && holdsTime(line))
+        span.separator = line;
     return span;
 }
 

@@ -39,10 +39,21 @@ QByteArray dateHeader(const OlmMail &mail)
            " +0000\n";
 }
 
-bool holdsTag(const QString &body)
+// True if a text holds a tag of HTML: "<p>", "</td>", "<a href=...>", "<br/>", "<!--". An address in "<>" is none.
+bool holdsTag(const QByteArray &body)
 {
-    static const QRegularExpression tag(QStringLiteral("<[A-Za-z!/][^<>]*>"));
-    return tag.match(body).hasMatch();
+    static const QRegularExpression tag(QStringLiteral("^(/?[a-z][a-z0-9]*(\\s[^<>]*)?/?>|!--|!doctype\\s)"),
+                                        QRegularExpression::CaseInsensitiveOption);
+    constexpr int longestTag = 4096;
+    for (int at = body.indexOf('<'); at >= 0; at = body.indexOf('<', at + 1)) {
+        const int end = std::min(body.size(), at + longestTag);
+        const auto close = std::find_if(body.begin() + at + 1, body.begin() + end,
+                                        [](char c) { return c == '<' || c == '>'; });
+        const auto length = static_cast<int>(close - body.begin()) - at;
+        if (tag.match(QString::fromLatin1(body.constData() + at + 1, length)).hasMatch())
+            return true;
+    }
+    return false;
 }
 
 // A type that a base64 part can have; what is none, or would need parts of its own, is just bytes.
@@ -85,11 +96,7 @@ public:
 
     ExactMessageCopy run()
     {
-        QByteArray xml(static_cast<int>(qBound<qint64>(0, m_record.llXmlSize, m_archive->size())),
-                       Qt::Uninitialized);
-        xml.truncate(static_cast<int>(m_archive->read(m_record.llXmlOffset, xml.data(), xml.size())));
-        m_mail = readOlmMail(xml);
-        xml.clear();
+        m_mail = readOlmMail(m_archive, m_record.llXmlOffset, m_record.llXmlSize);
         const qint64 before = m_target->size();
         if (m_mail.error.isEmpty())
             compose();
@@ -148,7 +155,7 @@ private:
     void findAttachments()
     {
         for (const OlmAttachmentLink &link : m_mail.attachments) {
-            const OlmEntryPlace place = olmEntryPlace(link.url);
+            const OlmEntryPlace place = olmEntryPlace(link.url, m_record.llXmlOffset);
             const bool isThere =
                 place.offset >= 0 && place.size >= 0 && place.offset <= m_archive->size() - place.size;
             if (isThere) {
@@ -168,8 +175,7 @@ private:
     {
         take(QByteArray("Content-Type: text/") + (holdsTag(m_mail.body) ? "html" : "plain") +
              "; charset=UTF-8\nContent-Transfer-Encoding: quoted-printable\n\n");
-        QByteArray body = m_mail.body.toUtf8();
-        body.replace("\r\n", "\n");
+        const QByteArray &body = m_mail.body;
         TransferEncoder encoder(TransferEncoder::Form::QuotedPrintable,
                                 [this](std::string_view bytes) { m_text.take(bytes); });
         for (qint64 at = 0; at < body.size(); at += blockBytes)

@@ -67,6 +67,10 @@ bool FileSaving::save(ByteSource file)
         return false;
     }
     const QStringList parts = m_isPartial ? partsOf(path) : QStringList();
+    if (m_flaw && m_flaw->reason == LeftOutReason::Stopped) {
+        leaveOut(m_flaw->reason); // without its parts it would not be whole
+        return true;
+    }
     if (!parts.isEmpty() && !readPartial(parts)) {
         leaveOut(LeftOutReason::Part, m_source.errorString());
         return false;
@@ -210,9 +214,14 @@ void FileSaving::closeMailbox()
 QString FileSaving::accountOf(const QString &path)
 {
     if (!m_accounts) {
-        const auto found = findFiles(m_selectedFile, QStringLiteral("accounts.ini"),
-                                     QStringLiteral("/var/tmp/VelmoraKestrinINI"));
+        QString error;
+        const auto found = findFiles(
+            m_selectedFile, QStringLiteral("accounts.ini"), QStringLiteral("/var/tmp/VelmoraKestrinINI"),
+            [] { return true; }, &error);
+        if (!found)
+            reportUnread(QStringLiteral("the account names can't be searched for: ") + error);
         m_accounts.emplace(found && !found->isEmpty() ? found->last() : QString(), saveAccounts);
+        reportUnread(m_accounts->errorString());
     }
     return m_accounts->nameOf(operaAccountOf(path));
 }
@@ -231,10 +240,22 @@ QString FileSaving::readLocation()
 // first such message comes.
 QStringList FileSaving::partsOf(const QString &path)
 {
-    if (!m_partIndex)
-        m_partIndex.emplace(findFiles(m_selectedFile, QStringLiteral("*.emlxpart"),
-                                      QStringLiteral("/var/tmp/VelmoraKestrinEmlxPart"))
-                                .value_or(QStringList()));
+    if (!m_partIndex) {
+        QString error;
+        const auto found = findFiles(
+            m_selectedFile, QStringLiteral("*.emlxpart"), QStringLiteral("/var/tmp/VelmoraKestrinEmlxPart"),
+            [] { return !bStopFlag; }, &error);
+        if (!found && bStopFlag) {
+            m_flaw = {LeftOutReason::Stopped, QString()};
+            return {};
+        }
+        if (!found) {
+            m_flaw = {LeftOutReason::Part, QStringLiteral("the parts can't be searched for: ") + error};
+            reportUnread(m_flaw->text);
+            return {};
+        }
+        m_partIndex.emplace(*found);
+    }
     QStringList parts = m_partIndex->takeParts(path);
     if (parts.isEmpty() || m_source.size() <= m_largestPartial)
         return parts;

@@ -2,6 +2,8 @@
 
 #include "app/problem_log.h"
 #include "app/shared_state.h"
+#include "app/start_worker.h"
+#include "save/bundle_place.h"
 #include "save/save_ledger.h"
 #include "save/ticked_items.h"
 
@@ -43,13 +45,14 @@ void QMailSaving::SetInitialSettings()
         bStopFlag = true;
         m_wait.wakeAll();
     } else {
-        start(QThread::LowPriority);
+        startWorker(this);
     }
 }
 
 void QMailSaving::run()
 {
     IsPreview = true;
+    m_isOnDisk = false;
     saveLedger.clear();
     enterTickedFolders();
     const auto *const end = std::end(saveReaders);
@@ -69,6 +72,9 @@ void QMailSaving::run()
 
 void QMailSaving::emitFinished()
 {
+    if (m_toDisk && !m_isOnDisk)
+        bundlePlace.sync([] { return !bStopFlag; });
+    m_isOnDisk = true;
     emit OnSubProgressHide();
     emit ProgressDailogHide();
     emit FinishSaving();

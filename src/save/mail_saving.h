@@ -19,6 +19,8 @@ public:
 
     /// Whether the next saves write, or only count what they would write: no file is made, changed or removed then.
     SaveMode m_mode = SaveMode::Write;
+    /// Whether a save brings its bundle to the disk before it says that it has finished.
+    bool m_toDisk = false;
 
     /// Starts a save. While one runs it is asked to stop instead, and no new one begins.
     void SetInitialSettings();
@@ -60,9 +62,10 @@ private:
     bool saveExactArchive();
     /// Sends a percentage that is not the one sent last.
     void showPercent(int percent);
-    /// OnSubProgressHide, ProgressDailogHide, FinishSaving.
+    /// OnSubProgressHide, ProgressDailogHide, FinishSaving. All is written; before the first time it goes to the disk.
     void emitFinished();
 
     QWaitCondition m_wait;
     int m_shownPercent = -1;
+    bool m_isOnDisk = false; ///< of this save
 };

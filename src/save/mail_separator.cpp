@@ -99,8 +99,9 @@ std::optional<QTime> timeOf(const QByteArray &word)
 }
 
 // Seconds east of Greenwich; zones that nobody knows count as UTC, as RFC 5322 has it.
-int offsetOf(const QByteArray &zone)
+int offsetOf(QByteArray zone)
 {
+    zone.replace(':', "");
     const bool signedZone = zone.startsWith('+') || zone.startsWith('-');
     if (signedZone && zone.size() >= 5) {
         bool isNumber = false;
@@ -179,6 +180,8 @@ std::optional<QDateTime> mailDate(const QByteArray &date)
             return words.first().left(3).compare(day, Qt::CaseInsensitive) == 0;
         }))
         words.removeFirst();
+    if (!words.isEmpty() && words.first().count('-') == 2)
+        words = words.first().split('-') + words.mid(1); // "5-Nov-2014"
     if (words.size() < 4)
         return std::nullopt;
     if (!monthOf(words.at(0)))

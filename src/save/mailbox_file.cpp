@@ -2,8 +2,8 @@
 
 #include "app/problem_log.h"
 #include "platform/file_handle.h"
+#include "save/bundle_place.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -30,7 +30,8 @@ void MailboxFile::open(const QString &path, const FinderCodes &codes)
     m_isOpen = true;
     if (m_mode == SaveMode::CountOnly)
         return;
-    QDir().mkpath(QFileInfo(path).path());
+    if (const int error = bundlePlace.makeFolder(QFileInfo(path).path()))
+        return fail(error);
     const QByteArray name = QFile::encodeName(path);
     m_file = ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, newFileMode);
     if (m_file >= 0)
@@ -53,6 +54,22 @@ void MailboxFile::append(std::string_view bytes)
     flush();
     write(bytes.data(), bytes.size(), m_size);
     m_size += static_cast<qint64>(bytes.size());
+}
+
+void MailboxFile::appendFrom(const ByteSource &source, qint64 position, std::string_view bytes)
+{
+    flush();
+    while (m_file >= 0 && source.descriptor() >= 0 && !bytes.empty()) {
+        off64_t from = position;
+        off64_t to = m_size;
+        const ssize_t copied = ::copy_file_range(source.descriptor(), &from, m_file, &to, bytes.size(), 0);
+        if (copied <= 0)
+            break; // not between these two; writing them tells what is wrong, if anything is
+        bytes.remove_prefix(static_cast<size_t>(copied));
+        position += copied;
+        m_size += copied;
+    }
+    append(bytes);
 }
 
 char *MailboxFile::room(size_t bytes)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/byte_source.h"
 #include "platform/finder_info.h"
 
 #include <QByteArray>
@@ -33,6 +34,8 @@ public:
     const QString &path() const { return m_path; }
     void append(std::string_view bytes);
     void append(char byte) { append(std::string_view(&byte, 1)); }
+    /// The same for bytes that stand in a source at a position: the system copies them from file to file where it can.
+    void appendFrom(const ByteSource &source, qint64 position, std::string_view bytes);
     /// A place for that many bytes behind those in the file; they count once `take` tells how many were put there.
     char *room(size_t bytes);
     void take(size_t bytes);

@@ -1,20 +1,26 @@
 #include "save/olm_xml.h"
 
+#include <QRegularExpression>
+#include <QTextCodec>
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <memory>
 
 namespace
 {
+constexpr qint64 pieceBytes = 64 * 1024;
+
 /// Where the text of an element goes.
 struct TextElement {
     const char *name;
     QString OlmMail::*text;
 };
 constexpr TextElement textElements[] = {
-    {"OPFMessageCopySubject", &OlmMail::subject},     {"OPFMessageCopyMessageID", &OlmMail::messageId},
-    {"OPFMessageCopyInReplyTo", &OlmMail::inReplyTo}, {"OPFMessageCopyReferences", &OlmMail::references},
-    {"OPFMessageCopyBody", &OlmMail::body},
+    {"OPFMessageCopySubject", &OlmMail::subject},
+    {"OPFMessageCopyMessageID", &OlmMail::messageId},
+    {"OPFMessageCopyInReplyTo", &OlmMail::inReplyTo},
+    {"OPFMessageCopyReferences", &OlmMail::references},
 };
 struct TimeElement {
     const char *name;
@@ -35,13 +41,65 @@ constexpr PeopleElement peopleElements[] = {
     {"OPFMessageCopyBCCAddresses", &OlmMail::bcc},
 };
 
-/// Entities of HTML that stand in such files without being declared.
-class Entities : public QXmlStreamEntityResolver
+bool isAllowed(uint character)
 {
-    QString resolveUndeclaredEntity(const QString &name) override
+    if (character < ' ')
+        return character == '\t' || character == '\n' || character == '\r';
+    return !QChar::isSurrogate(character) && !QChar::isNonCharacter(character) &&
+           character <= QChar::LastValidCodePoint;
+}
+
+// Makes XML of text that comes in pieces: what would end a strict reader is taken out or escaped.
+class XmlCleaner
+{
+public:
+    /// `isLast`: nothing follows.
+    QString take(const QString &piece, bool isLast)
     {
-        return name == QLatin1String("nbsp") ? QString(QChar(0xA0)) : QStringLiteral("&amp;%1;").arg(name);
+        m_text += piece;
+        QString xml;
+        int at = 0;
+        for (int start = 0; at < m_text.size(); start = at) {
+            at = static_cast<int>(std::find_if(m_text.cbegin() + at, m_text.cend(), needsLook) -
+                                  m_text.cbegin());
+            xml += m_text.midRef(start, at - start);
+            if (at == m_text.size() || (!isLast && m_text.size() - at < longestReference))
+                break; // more of a reference may come
+            at += takeCharacter(at, &xml);
+        }
+        m_text.remove(0, at);
+        return xml;
     }
+
+private:
+    static constexpr int longestReference = 10; // "&#1114111;"
+
+    static bool needsLook(QChar c)
+    {
+        return c == QLatin1Char('&') || c.unicode() >= 0xFFFE ||
+               (c < QLatin1Char(' ') && !isAllowed(c.unicode()));
+    }
+
+    // Gives how many characters it took.
+    int takeCharacter(int at, QString *xml) const
+    {
+        if (m_text.at(at) != QLatin1Char('&'))
+            return 1;
+        static const QRegularExpression form(
+            QStringLiteral("\\G&(?:(amp|lt|gt|quot|apos)|(nbsp)|#(\\d{1,7})|#x([0-9A-Fa-f]{1,6}));"));
+        const QRegularExpressionMatch match = form.match(m_text, at);
+        const QString number = match.captured(3) + match.captured(4);
+        const bool hex = match.capturedLength(4) > 0;
+        if (!match.hasMatch())
+            *xml += QLatin1String("&amp;");
+        else if (match.capturedLength(2) > 0)
+            *xml += QChar(QChar::Nbsp);
+        else if (number.isEmpty() || isAllowed(number.toUInt(nullptr, hex ? 16 : 10)))
+            *xml += match.captured();
+        return match.hasMatch() ? match.capturedLength() : 1;
+    }
+
+    QString m_text; ///< that has not been given yet
 };
 
 template <typename Row, size_t Count>
@@ -57,72 +115,130 @@ QString attribute(const QXmlStreamReader &xml, const char *name)
     return xml.attributes().value(QLatin1String(name)).toString();
 }
 
-QDateTime utcOf(const QString &text)
+// "2014-11-12T01:08:04", in UTC where it names no zone.
+QDateTime utcOf(const QString &value)
 {
-    constexpr int timeUnits = 19; // "2014-11-12T01:08:04"
-    QDateTime time = QDateTime::fromString(text.trimmed().left(timeUnits), Qt::ISODate);
-    time.setTimeSpec(Qt::UTC);
-    return time;
+    constexpr int timeUnits = 19;
+    const QString text = value.trimmed();
+    const QString time = text.left(timeUnits);
+    const QStringRef rest = text.midRef(time.size());
+    const bool hasZone =
+        rest.endsWith(QLatin1Char('Z')) || rest.contains(QLatin1Char('+')) || rest.contains(QLatin1Char('-'));
+    return QDateTime::fromString(hasZone ? text : time + QLatin1Char('Z'), Qt::ISODate).toUTC();
 }
 
-void readPeople(QXmlStreamReader *xml, QList<MailPerson> *people)
+class MailReader
 {
-    while (xml->readNextStartElement()) {
-        const QString address = attribute(*xml, "OPFContactEmailAddressAddress");
-        const QString name = attribute(*xml, "OPFContactEmailAddressName");
-        if (xml->name() == QLatin1String("emailAddress"))
-            people->append({name, address});
-        xml->skipCurrentElement();
+public:
+    MailReader(ByteSource *archive, qint64 start, qint64 end)
+        : m_archive(archive),
+          m_position(start),
+          m_end(end),
+          m_decoder(QTextCodec::codecForName("UTF-8")->makeDecoder())
+    {
+        m_xml.setNamespaceProcessing(false);
     }
-}
 
-void readAttachments(QXmlStreamReader *xml, QList<OlmAttachmentLink> *attachments)
-{
-    while (xml->readNextStartElement()) {
-        if (xml->name() == QLatin1String("messageAttachment"))
-            attachments->append({attribute(*xml, "OPFAttachmentURL"), attribute(*xml, "OPFAttachmentName"),
-                                 attribute(*xml, "OPFAttachmentContentType"),
-                                 attribute(*xml, "OPFAttachmentContentID")});
-        xml->skipCurrentElement();
+    OlmMail read()
+    {
+        int depth = 0;
+        do {
+            next();
+            depth += m_xml.isStartElement() ? 1 : m_xml.isEndElement() ? -1 : 0;
+            if (m_xml.isStartElement() && takeElement())
+                --depth;
+        } while (!m_xml.hasError() && depth > 0);
+        if (m_xml.hasError())
+            m_mail.error = m_xml.errorString();
+        return m_mail;
     }
-}
 
-void readElement(QXmlStreamReader *xml, OlmMail *mail)
-{
-    const QStringRef name = xml->name();
-    if (const TextElement *text = rowOf(textElements, name))
-        mail->*text->text = xml->readElementText(QXmlStreamReader::IncludeChildElements);
-    else if (const TimeElement *time = rowOf(timeElements, name))
-        mail->*time->time = utcOf(xml->readElementText(QXmlStreamReader::IncludeChildElements));
-    else if (const PeopleElement *people = rowOf(peopleElements, name))
-        readPeople(xml, &(mail->*people->people));
-    else if (name == QLatin1String("OPFMessageCopyAttachmentList"))
-        readAttachments(xml, &mail->attachments);
-}
+private:
+    // The next thing in the XML; the reader wants more bytes in the middle of anything.
+    void next()
+    {
+        while (m_xml.readNext() == QXmlStreamReader::Invalid &&
+               m_xml.error() == QXmlStreamReader::PrematureEndOfDocumentError && m_position < m_end) {
+            QByteArray piece(static_cast<int>(std::min(pieceBytes, m_end - m_position)), Qt::Uninitialized);
+            piece.truncate(static_cast<int>(m_archive->read(m_position, piece.data(), piece.size())));
+            m_position = piece.isEmpty() ? m_end : m_position + piece.size();
+            m_xml.addData(m_cleaner.take(m_decoder->toUnicode(piece), m_position == m_end));
+        }
+    }
 
-// From the message's start tag on, in UTF-8 without what XML forbids.
-QByteArray cleanXml(const QByteArray &bytes)
+    // True if it has read on to the element's end.
+    bool takeElement()
+    {
+        const QStringRef name = m_xml.name();
+        if (name == QLatin1String("emailAddress")) {
+            if (m_people)
+                m_people->append({attribute(m_xml, "OPFContactEmailAddressName"),
+                                  attribute(m_xml, "OPFContactEmailAddressAddress")});
+            return false;
+        }
+        const PeopleElement *people = rowOf(peopleElements, name);
+        m_people = people ? &(m_mail.*people->people) : nullptr;
+        if (name == QLatin1String("messageAttachment"))
+            m_mail.attachments.append(
+                {attribute(m_xml, "OPFAttachmentURL"), attribute(m_xml, "OPFAttachmentName"),
+                 attribute(m_xml, "OPFAttachmentContentType"), attribute(m_xml, "OPFAttachmentContentID")});
+        return takeText(name);
+    }
+
+    bool takeText(const QStringRef &name)
+    {
+        const TextElement *text = rowOf(textElements, name);
+        const TimeElement *time = rowOf(timeElements, name);
+        const bool isBody = name == QLatin1String("OPFMessageCopyBody");
+        if (text)
+            m_mail.*text->text = QString::fromUtf8(elementText());
+        if (time)
+            m_mail.*time->time = utcOf(QString::fromUtf8(elementText()));
+        if (isBody)
+            m_mail.body = elementText().replace("\r\n", "\n");
+        return text || time || isBody;
+    }
+
+    // All text up to the end of the element.
+    QByteArray elementText()
+    {
+        QByteArray text;
+        for (int depth = 1; depth > 0 && !m_xml.hasError();) {
+            next();
+            depth += m_xml.isStartElement() ? 1 : m_xml.isEndElement() ? -1 : 0;
+            if (m_xml.isCharacters())
+                text += m_xml.text().toUtf8();
+        }
+        return text;
+    }
+
+    ByteSource *m_archive;
+    qint64 m_position;
+    qint64 m_end;
+    std::unique_ptr<QTextDecoder> m_decoder;
+    XmlCleaner m_cleaner;
+    QXmlStreamReader m_xml;
+    QList<MailPerson> *m_people = nullptr; ///< the list whose addresses are read
+    OlmMail m_mail;
+};
+
+// Where the message's start tag stands; -1 without one.
+qint64 startOfMessage(ByteSource *archive, qint64 offset, qint64 size)
 {
-    int start = bytes.indexOf("<email>");
-    if (start < 0)
-        start = bytes.indexOf("<email ");
-    QByteArray xml = QString::fromUtf8(bytes.mid(qMax(0, start))).toUtf8();
-    const auto isForbidden = [](char c) { return c >= 0 && c < ' ' && c != '\t' && c != '\n' && c != '\r'; };
-    xml.truncate(static_cast<int>(std::remove_if(xml.begin(), xml.end(), isForbidden) - xml.begin()));
-    return xml;
+    QByteArray head(static_cast<int>(qBound<qint64>(0, size, pieceBytes)), Qt::Uninitialized);
+    head.truncate(static_cast<int>(archive->read(offset, head.data(), head.size())));
+    const QRegularExpression tag(QStringLiteral("<email[ >\t\r\n]"));
+    const qint64 at = tag.match(QString::fromLatin1(head)).capturedStart();
+    return at < 0 ? -1 : offset + at;
 }
 } // namespace
 
-OlmMail readOlmMail(const QByteArray &bytes)
+OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size)
 {
-    OlmMail mail;
-    Entities entities;
-    QXmlStreamReader xml(cleanXml(bytes));
-    xml.setEntityResolver(&entities);
-    while (!xml.atEnd())
-        if (xml.readNext() == QXmlStreamReader::StartElement)
-            readElement(&xml, &mail);
-    if (xml.hasError())
-        mail.error = xml.errorString();
-    return mail;
+    const qint64 start = startOfMessage(archive, offset, size);
+    if (start >= 0)
+        return MailReader(archive, start, offset + size).read();
+    OlmMail none;
+    none.error = QStringLiteral("there is no message");
+    return none;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/byte_source.h"
 #include "text/mail_header.h"
 
 #include <QDateTime>
@@ -24,11 +25,12 @@ struct OlmMail {
     QString references;
     QDateTime sent; ///< in UTC, as the next; invalid where there is none
     QDateTime received;
-    QString body; ///< escapes undone once
+    QByteArray body; ///< in UTF-8, escapes undone once, lines end with a line feed
     QList<OlmAttachmentLink> attachments;
     QString error; ///< why the XML can't be read; "" where it can
 };
 
-/// Reads one message: bytes that hold its "<email>" start tag and all behind it up to its end tag. What XML does not allow
-/// (control characters, broken UTF-8, "&nbsp;") is borne.
-OlmMail readOlmMail(const QByteArray &xml);
+/// Reads one message: of these bytes of an archive, which hold its "<email>" start tag, all up to its end tag. What XML
+/// does not allow (control characters, broken UTF-8, a bare "&", "&nbsp;") is borne. The XML is read in pieces; what
+/// is held is the message.
+OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size);

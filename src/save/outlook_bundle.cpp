@@ -1,8 +1,8 @@
 #include "save/outlook_bundle.h"
 
 #include "app/problem_log.h"
+#include "save/bundle_place.h"
 
-#include <QDir>
 #include <QFile>
 
 namespace
@@ -45,6 +45,9 @@ void CreateFilesInMainIdentity(const QString &root)
 
 void prepareOutlookBundle(const QString &root)
 {
-    QDir().mkpath(root + QStringLiteral("/Contents"));
-    CreateFilesInMainIdentity(root);
+    const QString contents = root + QStringLiteral("/Contents");
+    if (const int error = bundlePlace.makeFolder(contents))
+        reportUnwritten(QStringLiteral("can't be written: %1: %2").arg(contents, qt_error_string(error)));
+    else
+        CreateFilesInMainIdentity(root);
 }

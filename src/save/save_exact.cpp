@@ -19,7 +19,7 @@ QStringList tickedPaths()
     for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
         if (folder->state == stateTicked)
             for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
-                paths.append(pathOf(*item));
+                paths.append(item->path);
     return paths;
 }
 
@@ -72,7 +72,7 @@ bool QMailSaving::saveExactFiles()
             if (files)
                 saving.saveMessage(files->next());
             else
-                saving.saveMailbox(pathOf(*item), [this](int percent) { showPercent(percent); });
+                saving.saveMailbox(item->path, [this](int percent) { showPercent(percent); });
             ++noOfConvertedMessage;
             if (files)
                 showPercent(static_cast<int>(noOfConvertedMessage * 100 / ulCount));

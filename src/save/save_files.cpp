@@ -19,7 +19,7 @@ QStringList tickedPaths()
     for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
         if (folder->state == stateTicked)
             for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
-                paths.append(pathOf(*item));
+                paths.append(item->path);
     return paths;
 }
 } // namespace

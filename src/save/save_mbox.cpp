@@ -1,7 +1,9 @@
 #include "save/mail_saving.h"
 
 #include "app/problem_log.h"
+#include "app/run_step.h"
 #include "app/shared_state.h"
+#include "save/bundle_place.h"
 #include "save/mailbox_copy.h"
 #include "save/mbox_target.h"
 #include "save/outlook_bundle.h"
@@ -9,8 +11,8 @@
 #include "save/ticked_items.h"
 #include "text/mbox_names.h"
 
-#include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <optional>
@@ -122,7 +124,7 @@ void openTarget(MailboxFile *target, SaveMode mode, bool *prepared)
     const MailboxTarget place =
         (apple ? appleTargetOfMailbox : outlookTargetOfMailbox)(path, m_selectedFile, saveDir);
     if (mode == SaveMode::Write)
-        QDir().mkpath(place.folder);
+        bundlePlace.makeFolder(place.folder);
     target->open(place.file, apple ? appleMailbox : outlookMailbox);
     if (mode == SaveMode::Write && !apple && !*prepared)
         prepareOutlookBundle(saveDir + QStringLiteral("/Main Identity.rge"));
@@ -144,7 +146,9 @@ void QMailSaving::PostBoxFileSearch()
                 if (bStopFlag)
                     break;
                 saveLedger.enterFolder(folder->folderId);
-                copyMailbox(pathOf(*item), &prepared);
+                setRunStep({QFileInfo(item->path).fileName(), static_cast<qint64>(done) + 1,
+                            static_cast<qint64>(ulCount)});
+                copyMailbox(item->path, &prepared);
                 ++nextItr;
                 ++done;
             }

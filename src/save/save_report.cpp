@@ -1,5 +1,7 @@
 #include "save/save_report.h"
 
+#include "app/passed_over.h"
+
 #include <QCoreApplication>
 
 namespace
@@ -17,6 +19,7 @@ public:
     static QString changed(const SaveLedger &ledger, ChangeKind kind);
     static QString change(ChangeKind kind);
     static QStringList oddities(const SaveLedger &ledger);
+    static QStringList passedOverFiles();
     static QStringList check(const BundleCheck &check);
     static QString folder(const FolderCount &folder);
     static QString item(const LeftOutItem &item);
@@ -38,6 +41,8 @@ QString Report::ending(const SaveReport &report, const SaveLedger &ledger)
         return report.bundleStands
                    ? tr("No message was saved; what there is stands at location %1").arg(place)
                    : tr("Nothing was saved: no message was written");
+    if (!report.bundleStands)
+        return tr("What was saved is no longer at location %1").arg(place);
     if (report.end == SaveReport::End::Finished)
         return tr("File saved successfully at location %1 (%2)").arg(place).arg(report.files);
     return tr("What was saved so far is at location %1").arg(place);
@@ -175,6 +180,19 @@ QStringList Report::oddities(const SaveLedger &ledger)
     return sentences;
 }
 
+QStringList Report::passedOverFiles()
+{
+    const std::vector<PassedOverFile> &files = passedOver.files();
+    qint64 count = static_cast<qint64>(files.size());
+    for (int i = 0; i < passedOverReasons; ++i)
+        count += passedOver.beyond(static_cast<PassedOverReason>(i));
+    if (count == 0)
+        return {};
+    return {
+        tr("Passed over: %1 file(s) or folder(s) of the store stand in no folder of the list").arg(count) +
+        example(files.front().path, 0)};
+}
+
 QStringList Report::check(const BundleCheck &check)
 {
     QStringList sentences = check.differences;
@@ -220,6 +238,7 @@ QStringList reportSentences(const SaveReport &report, const SaveLedger &ledger)
     for (int i = 0; i < changeKinds; ++i)
         if (const auto kind = static_cast<ChangeKind>(i); ledger.change(kind).messages > 0)
             sentences.append(Report::changed(ledger, kind));
+    sentences += Report::passedOverFiles();
     if (report.check)
         sentences += Report::check(*report.check);
     return sentences;

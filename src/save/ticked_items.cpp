@@ -4,6 +4,8 @@
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 
+#include <QFileInfo>
+
 #include <cerrno>
 
 quint64 countTickedItems()
@@ -22,6 +24,16 @@ quint64 countTickedMessages()
         if (folder->state == stateTicked)
             count += olmRecordsOfFolder(folder->folderId).size();
     return count;
+}
+
+qint64 tickedBytes()
+{
+    qint64 bytes = 0;
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
+        if (folder->state == stateTicked)
+            for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
+                bytes += QFileInfo(item->path).size();
+    return bOlmFileFound ? QFileInfo(m_selectedFile).size() : bytes;
 }
 
 void enterTickedFolders()
@@ -46,7 +58,7 @@ void leaveOutFiles(quint64 first, LeftOutReason reason,
             if (number++ < first)
                 continue;
             LeftOutItem leftOut;
-            leftOut.path = pathOf(*item);
+            leftOut.path = item->path;
             leftOut.messages = countOf(leftOut.path);
             leftOut.reason = reason;
             saveLedger.addFound(leftOut.messages.value_or(0));

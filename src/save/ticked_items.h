@@ -9,6 +9,8 @@
 quint64 countTickedItems();
 /// The number of .olm records in ticked folders.
 quint64 countTickedMessages();
+/// The bytes of the files in ticked folders: about what their bundle needs. Of an .olm file: all of it.
+qint64 tickedBytes();
 /// Makes the ledger know the ticked folders that have file records, or records of an .olm file, in list order.
 void enterTickedFolders();
 /// Tells the ledger that of the files in ticked folders all from number `first` on, in the order of a save, were left

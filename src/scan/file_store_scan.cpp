@@ -46,10 +46,11 @@ void recordFile(const QString &path)
 // Records the message files below a directory with the folder entered last.
 void OnGetAllFileAndDirforsaving(const QString &folder)
 {
-    const bool found = walkFolder(folder, [](const QString &path, bool isFolder) {
+    const auto take = [](const QString &path, bool isFolder) {
         if (!isFolder)
             recordFile(path);
-    });
+    };
+    const bool found = walkFolder(folder, {take});
     if (found)
         bCheckFucntion = true;
 }
@@ -98,11 +99,11 @@ std::optional<QStringList> findInStore(const char *pattern, const char *listFile
 {
     if (!QFileInfo::exists(m_selectedFile))
         return QStringList(); // a store that is not there holds nothing; what find says of it is no path
-    std::optional<QStringList> found =
-        findFiles(m_selectedFile, QLatin1String(pattern), QLatin1String(listFile));
-    if (!found)
-        reportProblem(QStringLiteral("can't be searched, no list at %1: %2")
-                          .arg(QLatin1String(listFile), m_selectedFile));
+    QString error;
+    std::optional<QStringList> found = findFiles(
+        m_selectedFile, QLatin1String(pattern), QLatin1String(listFile), [] { return !bStopFlag; }, &error);
+    if (!found && !bStopFlag)
+        reportUnread(QStringLiteral("can't be searched: %1: %2").arg(m_selectedFile, error));
     return found;
 }
 
@@ -114,9 +115,9 @@ bool isNewsFeed(const QString &path)
 void reportUnreadable(const QString &path, const QString &error)
 {
     if (path.startsWith(QLatin1Char('/')))
-        reportProblem(QStringLiteral("the scan ended at a file that can't be opened: ") + error);
+        reportUnread(QStringLiteral("the scan ended at a file that can't be opened: ") + error);
     else
-        reportProblem(QStringLiteral("the scan ended, the search of the store met an error: ") + path);
+        reportUnread(QStringLiteral("the scan ended, the search of the store met an error: ") + path);
 }
 
 void TreePaths::enter(const QString &tree, const std::function<void()> &create)
@@ -151,6 +152,8 @@ bool FileStoreScan::canPartsBeRead(const QString &path)
 {
     const QStringList parts = m_parts.takeParts(path);
     const QStringList used = parts.mid(0, parts.isEmpty() ? 0 : sectionsOf(path));
+    for (const QString &part : used)
+        m_usedParts.insert(part);
     return std::all_of(used.cbegin(), used.cend(), canBeRead);
 }
 

@@ -64,6 +64,8 @@ public:
     bool find();
     /// The message files found, in the order of the search.
     const QStringList &paths() const { return *m_store.found; }
+    /// The .emlxpart files that messages have taken so far.
+    const QSet<QString> &usedParts() const { return m_usedParts; }
     /// Gives a file its folder, and all files of the folder their records.
     FileStep take(const QString &path);
 
@@ -74,4 +76,5 @@ private:
     PartIndex m_parts;
     TreePaths m_trees;
     QSet<QString> m_walked;
+    QSet<QString> m_usedParts;
 };

@@ -1,7 +1,9 @@
 #include "scan/message_saving_thread.h"
 
+#include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "scan/file_store_scan.h"
+#include "scan/passed_over_scan.h"
 
 // The frame of the readers that search for files.
 
@@ -10,8 +12,25 @@ void QMessageSavingThread::scanFileStore(const FileStore &store)
     if (!beginFiles())
         return;
     FileStoreScan scan(store);
-    if (scan.find())
-        takeFiles(scan.paths(), [&](const QString &path) { return scan.take(path); });
+    if (!scan.find())
+        return;
+    takeFiles(
+        scan.paths(), [&](const QString &path) { return scan.take(path); },
+        [&](FileStep step, const QString &path) {
+            const QString suffix = QLatin1String(store.pattern + 1);
+            tellPassedOver({suffix, scan.usedParts(), true, QString()}, step, path);
+        });
+}
+
+// Tells what the scan has not taken; `step` and `path`: what it ended at, Taken where it went through all files.
+void QMessageSavingThread::tellPassedOver(TakenFiles taken, FileStep step, const QString &path)
+{
+    taken.isWhole = step == FileStep::Taken;
+    if (step == FileStep::Unreadable)
+        taken.unreadable = path;
+    if (step == FileStep::WrongStore)
+        reportProblem(QStringLiteral("this file belongs to another client's store: ") + path);
+    tellPassedOverFiles(taken);
 }
 
 bool QMessageSavingThread::beginFiles()
@@ -24,9 +43,11 @@ bool QMessageSavingThread::beginFiles()
 }
 
 void QMessageSavingThread::takeFiles(const QStringList &paths,
-                                     const std::function<FileStep(const QString &path)> &take)
+                                     const std::function<FileStep(const QString &path)> &take,
+                                     const std::function<void(FileStep, const QString &path)> &atEnd)
 {
     if (paths.isEmpty()) {
+        atEnd(FileStep::Taken, QString());
         emitNoData();
         return;
     }
@@ -38,16 +59,15 @@ void QMessageSavingThread::takeFiles(const QStringList &paths,
         percent = now;
         if (bStopFlag)
             return;
-        switch (take(paths.at(i))) {
-        case FileStep::Taken:
-            break;
-        case FileStep::WrongStore:
+        const FileStep step = take(paths.at(i));
+        if (step == FileStep::Taken)
+            continue;
+        atEnd(step, paths.at(i));
+        if (step == FileStep::WrongStore)
             emitNoData();
-            return;
-        case FileStep::Unreadable:
-            return;
-        }
+        return;
     }
+    atEnd(FileStep::Taken, QString());
     emitFinished();
 }
 

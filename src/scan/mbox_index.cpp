@@ -2,8 +2,7 @@
 
 #include "app/problem_log.h"
 #include "app/records.h"
-#include "text/header_rules.h"
-#include "text/line_reader.h"
+#include "text/header_lines.h"
 #include "text/mbox_names.h"
 #include "text/mbox_separator.h"
 
@@ -11,6 +10,8 @@
 
 namespace
 {
+constexpr size_t pieceBytes = 64 * 1024; // of a line that starts with "From "
+
 // Tells why a file that may be a mailbox could not be read; a folder, or a name that leads nowhere, is no mailbox.
 void reportReadError(const QString &path, const ByteSource &source)
 {
@@ -19,11 +20,10 @@ void reportReadError(const QString &path, const ByteSource &source)
         reportUnread(QStringLiteral("can't be read to its end: ") + source.errorString());
 }
 
-// Reads the first line: true if it starts with "From ".
-bool openedAtSeparator(LineReader *reader)
+// Looks at the first line, which may be as long as the file.
+bool opensAtSeparator(LineReader *reader)
 {
-    const std::optional<std::string_view> first = reader->readLine();
-    return first && lineText(*first).startsWith(QLatin1String("From "));
+    return startsAsSeparator(reader->peek(lineStartBytes));
 }
 
 // The index of one file while it is read.
@@ -31,14 +31,14 @@ class MailboxIndexer
 {
 public:
     MailboxIndexer(const QString &path, LineReader &reader)
-        : m_path(path), m_reader(reader), m_entry(messageIndexOf(path))
+        : m_path(cutField(path, pathFieldLimit)), m_reader(reader), m_entry(messageIndexOf(path))
     {
     }
 
-    // Reads the rest of the file; the first line has been read.
     template <typename Progress>
     void readMessages(Progress progress)
     {
+        m_reader.skipLine();
         bool readAny = false;
         while (!m_reader.atEnd()) {
             if (!TmpMboxMbxPtrEnd)
@@ -62,61 +62,56 @@ private:
     // A line that can matter.
     void readLine()
     {
-        const std::optional<std::string_view> line = m_reader.readLine();
-        if (!line)
-            return;
-        const std::string_view head = line->substr(0, 12);
-        if (static_cast<unsigned char>(head[0]) > 0x7F && head.substr(0, 3) != "\xEF\xBB\xBF")
-            return;
-        const QString text = lineText(*line);
-        if (!m_fromSeen && text.startsWith(QLatin1String("From:"), Qt::CaseInsensitive)) {
+        const std::string_view start = m_reader.peek(lineStartBytes);
+        const bool isText = start[0] >= 0 || start.substr(0, 3) == "\xEF\xBB\xBF";
+        const HeaderStart header = isText ? headerStart(start) : HeaderStart::Other;
+        if (header == HeaderStart::From && !m_fromSeen) {
             m_fromSeen = true;
-            storeSender(text);
-        } else if (!m_subjectSeen && text.startsWith(QLatin1String("Subject:"), Qt::CaseInsensitive)) {
+            store(&TmpMboxMbxPtrEnd->from, readSender(&m_reader, mailboxIndexHeaders, lineText));
+        } else if (header == HeaderStart::Subject && !m_subjectSeen) {
             m_subjectSeen = true;
-            storeSubject(text);
-        } else if (isMboxSeparator(*line)) {
-            const qint64 start = m_reader.position() - text.size();
-            endMessage(start);
-            m_start = start;
-            m_fromSeen = m_subjectSeen = false;
+            store(&TmpMboxMbxPtrEnd->subject, readSubject(&m_reader, mailboxIndexHeaders, lineText));
+        } else if (startsAsSeparator(start)) {
+            readSeparator();
+        } else {
+            m_reader.skipLine();
         }
     }
 
-    // The folded lines behind the header just read.
-    QStringList readFolds()
+    static void store(QString *field, const QString &value)
     {
-        QStringList folds;
-        while (m_reader.nextIsFold())
-            folds.append(lineText(*m_reader.readLine()));
-        return folds;
+        if (!value.isEmpty())
+            *field = cutField(value, headerFieldLimit);
     }
 
-    void storeSender(const QString &line)
+    // A line that starts with "From ": with a weekday in it, it begins the next message.
+    void readSeparator()
     {
-        const QString sender = decodeSender(line, readFolds(), mailboxIndexHeaders);
-        if (!sender.isEmpty())
-            storeField(TmpMboxMbxPtrEnd->from, headerFieldUnits, sender);
-    }
-
-    void storeSubject(const QString &line)
-    {
-        const QString subject = decodeSubject(line, readFolds(), mailboxIndexHeaders);
-        if (!subject.isEmpty())
-            storeField(TmpMboxMbxPtrEnd->subject, headerFieldUnits, subject);
+        SeparatorLine line;
+        for (bool ended = false; !ended && !m_reader.atEnd();) {
+            const std::optional<std::string_view> piece = m_reader.readLine(pieceBytes);
+            line.take(*piece);
+            ended = piece->back() == '\n';
+        }
+        if (!line.isSeparator())
+            return;
+        const qint64 start = m_reader.position() - line.utf16Units();
+        endMessage(start);
+        m_start = start;
+        m_fromSeen = m_subjectSeen = false;
     }
 
     void endMessage(qint64 end)
     {
         MboxMessageNode *record = TmpMboxMbxPtrEnd;
-        storeField(record->path, pathFieldUnits, m_path);
+        record->path = m_path;
         record->length = end - m_start;
         record->offset = m_start;
         m_entry.push_back(record);
         appendMessage();
     }
 
-    QString m_path;
+    const QString m_path; ///< as in the records
     LineReader &m_reader;
     std::vector<const MboxMessageNode *> &m_entry;
     qint64 m_start = 0; ///< where the current message begins, bytes
@@ -125,18 +120,27 @@ private:
 };
 } // namespace
 
-bool beginsAsMailbox(const QString &path)
+MailboxStart lookAtMailbox(const QString &path)
 {
-    LineReader reader(LineReader::Mode::Text);
-    const bool begins = reader.open(path) && openedAtSeparator(&reader);
-    reportReadError(path, reader.source());
-    return begins;
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    char bytes[8];
+    ByteSource source = ByteSource::ofFile(path, sizeof bytes);
+    const qint64 got = source.read(0, bytes, sizeof bytes);
+    reportReadError(path, source);
+    if (!source.isOpen() && (source.errorNumber() == 0 || source.errorNumber() == ENOENT))
+        return MailboxStart::NoFile;
+    if (!source.errorString().isEmpty())
+        return MailboxStart::Unreadable;
+    std::string_view start(bytes, static_cast<size_t>(got));
+    if (start.substr(0, mark.size()) == mark)
+        start.remove_prefix(mark.size());
+    return start.substr(0, 5) == "From " ? MailboxStart::Separator : MailboxStart::Other;
 }
 
 bool GetAllFieldsForTree(const QString &path, const std::function<void(qint64, qint64)> &progress)
 {
     LineReader reader(LineReader::Mode::Text);
-    if (!reader.open(path) || !openedAtSeparator(&reader)) {
+    if (!reader.open(path) || !opensAtSeparator(&reader)) {
         reportReadError(path, reader.source());
         return false;
     }

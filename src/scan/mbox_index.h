@@ -17,5 +17,11 @@
 bool GetAllFieldsForTree(const QString &path,
                          const std::function<void(qint64 done, qint64 size)> &progress = nullptr);
 
-/// True if the file can be opened and its first line starts with "From ".
-bool beginsAsMailbox(const QString &path);
+/// What stands at the start of a file.
+enum class MailboxStart {
+    Separator, ///< "From ", behind a byte order mark too
+    Other,
+    NoFile,    ///< a folder, or nothing any more
+    Unreadable ///< told as a problem, where the path may be a mailbox's
+};
+MailboxStart lookAtMailbox(const QString &path);

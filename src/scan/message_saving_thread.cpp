@@ -1,6 +1,8 @@
 #include "scan/message_saving_thread.h"
 
+#include "app/passed_over.h"
 #include "app/shared_state.h"
+#include "app/start_worker.h"
 #include "platform/byte_source.h"
 #include "scan/store_kinds.h"
 
@@ -19,7 +21,7 @@ void QMessageSavingThread::SetInitialSettings()
     if (isRunning())
         bStopFlag = true;
     else
-        start(QThread::LowPriority);
+        startWorker(this);
 }
 
 void QMessageSavingThread::run()
@@ -29,6 +31,7 @@ void QMessageSavingThread::run()
     bForOutlookMail = false;
     bProcessRunning = true;
     CleanLinkedList();
+    passedOver.clear();
     bStopFlag = false;
     bParseDatabase = false;
     bParseDatabaseClose = false;

@@ -9,6 +9,7 @@
 class ByteSource;
 enum class FileStep;
 struct FileStore;
+struct TakenFiles;
 struct OlmWalkResult;
 
 /// The scan thread: turns the selected store (m_selectedFile) into folder maps, file records and message
@@ -79,7 +80,11 @@ private:
     /// The start of a reader that searches for files: shows its progress; false if it is to stop at once.
     bool beginFiles();
     /// Its walk over the files found, up to the closing signals.
-    void takeFiles(const QStringList &paths, const std::function<FileStep(const QString &path)> &take);
+    /// Before these `atEnd` gets the step, and the file, that it ended at: Taken where it went through all.
+    void takeFiles(const QStringList &paths, const std::function<FileStep(const QString &path)> &take,
+                   const std::function<void(FileStep, const QString &path)> &atEnd);
+    /// Tells what a scan has not taken; `step` and `path`: what it ended at, Taken where it went through all files.
+    void tellPassedOver(TakenFiles taken, FileStep step, const QString &path);
     /// Nothing to read: NoDataIntoFile, 100 per cent, and the stop flag.
     void emitNoData();
     /// The closing signals of a reader that has gone through all its input: OnSubProgressHide,

@@ -88,9 +88,10 @@ private:
     bool hasEndRecord();
     bool isCentralDirectoryWhole();
     void crossEntry();
-    void crossHeader(qint64 behindHeader);
+    void crossHeader(const Entry &entry);
     Entry readEntry(std::string_view header);
     void useEntry(const Entry &entry);
+    void tellEntry(const QString &name, qint64 offset, qint64 size) const;
     bool crossElement();
     qint64 endOfElement(const Element &element, qint64 start);
     void giveMessages(qint64 start, qint64 length, const QString &folder, qint64 end);
@@ -181,7 +182,7 @@ void Walk::crossEntry()
     std::copy(bytes.begin(), bytes.end(), header);
     const Entry entry = readEntry(std::string_view(header, headerBytes));
     if (!entry.usable) {
-        crossHeader(entry.behindHeader);
+        crossHeader(entry);
         return;
     }
     m_position = entry.next;
@@ -189,11 +190,15 @@ void Walk::crossEntry()
     useEntry(entry);
 }
 
-// An entry that can't be stepped over: what stands behind its header is looked at, and counts as handled.
-void Walk::crossHeader(qint64 behindHeader)
+// An entry that can't be stepped over: what stands behind its header is looked at, and counts as handled. Where that is
+// another header, the entry has no bytes.
+void Walk::crossHeader(const Entry &entry)
 {
-    m_position = behindHeader;
-    if (m_buffer.at(m_position, localSignature.size()) != localSignature)
+    m_position = entry.behindHeader;
+    const std::string_view next = m_buffer.at(m_position, localSignature.size());
+    if (next == localSignature || next == centralSignature)
+        tellEntry(entry.name, entry.behindHeader, 0);
+    if (next != localSignature)
         crossElement();
     m_centralHeaders = 0;
 }
@@ -205,14 +210,14 @@ Entry Walk::readEntry(std::string_view header)
     const size_t extraBytes = static_cast<size_t>(littleEndian(header, 28, 2));
     Entry entry;
     entry.behindHeader = m_position + static_cast<qint64>(headerBytes + nameBytes + extraBytes);
-    if (littleEndian(header, 14, 4) == 0)
-        return entry;
     const qint64 behindName = m_position + static_cast<qint64>(headerBytes + nameBytes);
     const std::string_view tail =
         m_buffer.at(m_position + static_cast<qint64>(headerBytes), nameBytes + zip64Bytes);
     const std::string_view name = tail.substr(0, nameBytes);
     entry.name = QString::fromUtf8(name.data(), static_cast<int>(std::min(name.find('\0'), name.size())));
 
+    if (littleEndian(header, 14, 4) == 0)
+        return entry;
     const bool zip64 = extraBytes >= zip64Bytes;
     const quint64 size = zip64 ? littleEndian(tail, nameBytes + 4, 8) : littleEndian(header, 22, 4);
     const quint64 stored = zip64 ? littleEndian(tail, nameBytes + 12, 8) : littleEndian(header, 18, 4);
@@ -229,20 +234,31 @@ Entry Walk::readEntry(std::string_view header)
 
 void Walk::useEntry(const Entry &entry)
 {
+    // Wraps where the size is absurd; whoever reads the entry meets a position outside the archive.
+    const auto offset =
+        static_cast<qint64>(static_cast<quint64>(entry.next) - static_cast<quint64>(entry.size));
     const QStringList components = entry.name.split(QLatin1Char('/'));
+    const QString &last = components.last();
+    const bool isMessage =
+        last.contains(QLatin1String("__message_attachment__")) && last.contains(QLatin1String(".xml"));
+    if (!isMessage && !entry.compressed)
+        tellEntry(entry.name, offset, entry.size);
     for (const std::string_view name : passedOverNames)
         if (components.contains(QLatin1String(name.data(), static_cast<int>(name.size()))))
             return;
     m_result.compressed += entry.compressed ? 1 : 0;
-    const QString &last = components.last();
-    if (last.contains(QLatin1String("__message_attachment__")) && last.contains(QLatin1String(".xml"))) {
+    if (entry.compressed && m_events.compressed)
+        m_events.compressed(entry.name);
+    if (isMessage)
         giveMessages(entry.data, entry.size, olmFolderOfEntry(entry.name), entry.next);
-    } else {
-        // Wraps where the size is absurd; whoever reads the attachment meets a position outside the archive.
-        const auto offset =
-            static_cast<qint64>(static_cast<quint64>(entry.next) - static_cast<quint64>(entry.size));
-        m_events.attachment(entry.name, offset, entry.size, entry.compressed);
-    }
+    else
+        m_events.attachment(entry.name, offset, entry.size);
+}
+
+void Walk::tellEntry(const QString &name, qint64 offset, qint64 size) const
+{
+    if (m_events.entry)
+        m_events.entry(name, offset, size);
 }
 
 // Where nothing matches the walk goes on one byte further.

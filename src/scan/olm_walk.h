@@ -23,9 +23,13 @@ struct OlmText {
 struct OlmWalkEvents {
     /// Before each step, often: the walk's position in bytes. False ends the walk.
     std::function<bool(qint64 position)> goOn;
-    /// An attachment: its entry's name, and where its bytes stand; compressed ones are no use there.
-    std::function<void(const QString &name, qint64 offset, qint64 size, bool compressed)> attachment;
+    /// An attachment: its entry's name, and where its bytes stand.
+    std::function<void(const QString &name, qint64 offset, qint64 size)> attachment;
     std::function<void(const OlmText &text)> messages;
+    /// Any entry that is no message, one without bytes too, but not a compressed one. May be empty.
+    std::function<void(const QString &name, qint64 offset, qint64 size)> entry;
+    /// An entry whose contents are compressed, so that nothing of it can be read. May be empty.
+    std::function<void(const QString &name)> compressed;
 };
 
 /// How a walk ended.

@@ -1,51 +1,17 @@
 #include "scan/opera_message.h"
 
 #include "app/problem_log.h"
-#include "text/header_rules.h"
-#include "text/line_reader.h"
+#include "app/records.h"
+#include "text/header_lines.h"
 
 #include <QStringList>
 
 namespace
 {
 constexpr size_t blockBytes = 16 * 1024; // most messages
+// UTF-16 units: no file system takes more, and each level becomes a folder of the tree.
+constexpr int longestFolder = 4096;
 constexpr std::string_view locationMark = "X-Opera-Location:";
-
-// The sender and subject of a file, and where the sender's folded lines stand.
-class OperaHeaders
-{
-public:
-    void read(LineReader *reader, OperaMessage *message)
-    {
-        bool fromSeen = false;
-        bool subjectSeen = false;
-        while (!(fromSeen && subjectSeen) && reader->skipToLineStart(LineStarts::FromOrSubject)) {
-            const QString line = wholeLineText(*reader->readLine());
-            if (!fromSeen && line.startsWith(QLatin1String("From:"), Qt::CaseInsensitive)) {
-                fromSeen = true;
-                m_foldsBegin = reader->position();
-                message->sender = decodeSender(line, readFolds(reader), operaIndexHeaders);
-                m_foldsEnd = reader->position();
-            } else if (!subjectSeen && line.startsWith(QLatin1String("Subject:"), Qt::CaseInsensitive)) {
-                subjectSeen = true;
-                message->subject = decodeSubject(line, readFolds(reader), operaIndexHeaders);
-            }
-        }
-    }
-    bool isSenderFold(qint64 position) const { return position >= m_foldsBegin && position < m_foldsEnd; }
-
-private:
-    static QStringList readFolds(LineReader *reader)
-    {
-        QStringList folds;
-        while (reader->nextIsFold())
-            folds.append(wholeLineText(*reader->readLine()));
-        return folds;
-    }
-
-    qint64 m_foldsBegin = 0;
-    qint64 m_foldsEnd = 0;
-};
 
 // The first piece of a line around the header's name, nothing if there is none.
 std::optional<QString> locationInLine(const QString &line)
@@ -57,18 +23,20 @@ std::optional<QString> locationInLine(const QString &line)
 
 // The folder goes by the line without white space at its ends, the label by the line as it stands; a line that was
 // read as a fold of the sender has no say in the label.
-void readLocations(LineReader *reader, const OperaHeaders &headers, OperaMessage *message)
+void readLocations(LineReader *reader, const SenderAndSubject &headers, OperaMessage *message)
 {
     while (reader->skipToLineWith(locationMark)) {
         const qint64 start = reader->position();
-        const QString line = wholeLineText(*reader->readLine());
+        const bool isSenderFold = start > headers.senderBegin && start < headers.senderEnd;
+        const QString line = readLineStart(reader, wholeLineText);
         if (const std::optional<QString> location = locationInLine(line.trimmed()))
-            message->folder = operaFolderOf(*location);
-        if (!headers.isSenderFold(start))
+            message->folder = operaFolderOf(*location).left(longestFolder);
+        if (!isSenderFold)
             message->label = operaLabelOf(locationInLine(line).value_or(QString()));
     }
     if (message->label.isEmpty())
         message->label = QStringLiteral("Mails");
+    message->label = cutField(message->label, operaFieldLimit);
 }
 } // namespace
 
@@ -95,9 +63,11 @@ OperaMessage readOperaMessage(const QString &path, OperaFields fields)
         message.error = reader.errorString();
         return message;
     }
-    OperaHeaders headers;
+    SenderAndSubject headers;
     if (fields == OperaFields::All) {
-        headers.read(&reader, &message);
+        headers = readSenderAndSubject(&reader, operaIndexHeaders);
+        message.sender = cutField(headers.sender.value_or(QString()), headerFieldLimit);
+        message.subject = cutField(headers.subject.value_or(QString()), headerFieldLimit);
         reader.seek(0);
     }
     readLocations(&reader, headers, &message);

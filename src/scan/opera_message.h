@@ -4,7 +4,7 @@
 
 #include <optional>
 
-/// What the scan takes from a message file of Opera Mail.
+/// What the scan takes from a message file of Opera Mail: label, sender and subject as a record holds them.
 struct OperaMessage {
     std::optional<QString>
         folder;      ///< folder path of the last location line with a text; none without such a line

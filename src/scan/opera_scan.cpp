@@ -1,5 +1,6 @@
 #include "scan/opera_scan.h"
 
+#include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "scan/folder_ids.h"
 #include "scan/opera_message.h"
@@ -8,16 +9,14 @@
 
 namespace
 {
-// The path field holds the path in its lower half and the label in its upper half.
 void recordMessage(const QString &path, const OperaMessage &message)
 {
     MboxMessageNode *record = appendMessage();
-    storeField(record->from, headerFieldUnits, message.sender);
-    storeField(record->subject, headerFieldUnits, message.subject);
-    storeField(record->path, labelFieldStart, path);
-    storeField(record->path + labelFieldStart, pathFieldUnits - labelFieldStart, message.label);
-    messageIndexOfLabel(operaAccountOf(fieldText(record->path)), fieldText(record->path + labelFieldStart))
-        .push_back(record);
+    record->from = message.sender;
+    record->subject = message.subject;
+    record->path = cutField(path, operaFieldLimit);
+    record->label = message.label;
+    messageIndexOfLabel(operaAccountOf(record->path), record->label).push_back(record);
 }
 } // namespace
 
@@ -37,6 +36,7 @@ bool OperaScan::find()
     m_messages.emplace(*messages,
                        [fields = m_fields](const QString &path) { return readOperaMessage(path, fields); });
     m_accounts.emplace(accounts->isEmpty() ? QString() : accounts->last(), scanAccounts);
+    reportUnread(m_accounts->errorString());
     return true;
 }
 

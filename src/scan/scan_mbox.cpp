@@ -1,14 +1,29 @@
 #include "scan/message_saving_thread.h"
 
+#include "app/passed_over.h"
+#include "app/run_step.h"
 #include "app/shared_state.h"
 #include "platform/folder_walk.h"
 #include "scan/folder_ids.h"
 #include "scan/mbox_index.h"
 #include "scan/mbox_tree_path.h"
+#include "scan/passed_over_scan.h"
 #include "text/mbox_names.h"
+
+#include <QFileInfo>
 
 namespace
 {
+// The file in GetAllFilePathInStrList is no mailbox, or is none by its name.
+void tellNoMailbox(MailboxStart start)
+{
+    if (start == MailboxStart::Separator)
+        passedOver.add(GetAllFilePathInStrList, PassedOverReason::ExcludedName);
+    else if (start == MailboxStart::Unreadable && mayBeMailbox(GetAllFilePathInStrList))
+        passedOver.add(GetAllFilePathInStrList, PassedOverReason::Unreadable);
+    else
+        passedOver.addOther();
+}
 
 // The folder and the file record of a mailbox that has been indexed.
 void recordMailbox(const QString &entry)
@@ -20,12 +35,20 @@ void recordMailbox(const QString &entry)
 }
 } // namespace
 
-// Gathers every entry below the selected folder, folders and files alike, each trimmed.
+// Gathers every entry below the selected folder, folders and files alike. Paths are used trimmed, so that a file whose
+// name ends with a blank can't be reached, and must not stand for another.
 void QMessageSavingThread::OnGetAllFileAndDir(const QString &path)
 {
-    const bool found =
-        walkFolder(path, [](const QString &entry, bool) { AllFilePathInStrList.append(entry.trimmed()); });
-    if (found)
+    FolderVisit visit;
+    visit.entry = [](const QString &entry, bool isFolder) {
+        if (!isFolder && entry.trimmed() != entry)
+            passedOver.add(entry, PassedOverReason::Name);
+        else
+            AllFilePathInStrList.append(entry.trimmed());
+    };
+    visit.oddName = [](const QString &entry, bool) { passedOver.add(entry, PassedOverReason::Name); };
+    visit.unreadable = tellUnreadableFolder;
+    if (walkFolder(path, visit))
         bCheckFucntion = true;
 }
 
@@ -59,9 +82,15 @@ void QMessageSavingThread::PostBoxFileSearch()
             return;
         GetAllFilePathInStrList = AllFilePathInStrList.at(nextItr);
         const bool mailbox = mayBeMailbox(GetAllFilePathInStrList);
-        const bool indexed = m_indexMessages ? indexWithProgress(GetAllFilePathInStrList, mailbox)
-                                             : mailbox && beginsAsMailbox(GetAllFilePathInStrList);
-        if (indexed && mailbox) {
+        setRunStep(
+            {QFileInfo(GetAllFilePathInStrList).fileName(), nextItr + 1, AllFilePathInStrList.size()});
+        const MailboxStart start = lookAtMailbox(GetAllFilePathInStrList);
+        const bool begins = start == MailboxStart::Separator;
+        if (m_indexMessages && begins)
+            indexWithProgress(GetAllFilePathInStrList, mailbox);
+        if (start != MailboxStart::NoFile && !(begins && mailbox))
+            tellNoMailbox(start);
+        if (begins && mailbox) {
             emit OnSubProgressvalue(0);
             recordMailbox(GetAllFilePathInStrList);
             anyMailbox = true;

@@ -1,6 +1,7 @@
 #include "scan/message_saving_thread.h"
 
 #include "app/olm_records.h"
+#include "app/passed_over.h"
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "scan/folder_ids.h"
@@ -73,10 +74,11 @@ void QMessageSavingThread::CreateFile()
         shown = percent;
         return !bStopFlag;
     };
-    events.attachment = [this](const QString &name, qint64 offset, qint64 size, bool compressed) {
+    events.attachment = [this](const QString &name, qint64 offset, qint64 size) {
         InitializeAttachment(name, offset, size);
-        if (!compressed)
-            noteOlmEntry(name, {offset, size});
+    };
+    events.entry = [](const QString &name, qint64 offset, qint64 size) {
+        noteOlmEntry(name, {offset, size});
     };
     events.messages = [this](const OlmText &text) {
         MailMLRC *last = TmpMlrcPtrEnd;
@@ -84,6 +86,9 @@ void QMessageSavingThread::CreateFile()
         InitializeMLRC(text.folder, text.end);
         placeRecords(last ? last->pNext : TmpMlrcPtrStart, *text.xml, text.start);
         pBuff = nullptr;
+    };
+    events.compressed = [](const QString &name) {
+        passedOver.add(m_selectedFile + QLatin1Char('/') + name, PassedOverReason::Compressed);
     };
     const OlmWalkResult walk = walkOlm(m_archive.get(), events);
     reportOlmProblems(walk);

@@ -1,6 +1,7 @@
 #include "scan/message_saving_thread.h"
 
 #include "scan/opera_scan.h"
+#include "scan/passed_over_scan.h"
 
 void QMessageSavingThread::FileSearchForMbs()
 {
@@ -8,5 +9,9 @@ void QMessageSavingThread::FileSearchForMbs()
         return;
     OperaScan scan(m_indexMessages ? OperaFields::All : OperaFields::Folder);
     if (scan.find())
-        takeFiles(scan.paths(), [&](const QString &path) { return scan.take(path); });
+        takeFiles(
+            scan.paths(), [&](const QString &path) { return scan.take(path); },
+            [this](FileStep step, const QString &path) {
+                tellPassedOver({QStringLiteral(".mbs"), {}, true, QString()}, step, path);
+            });
 }

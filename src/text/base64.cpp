@@ -1,7 +1,5 @@
 #include "text/base64.h"
 
-#include "platform/huge_pages.h"
-
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -84,7 +82,6 @@ QByteArray decodeBase64(std::string_view text)
 {
     QByteArray bytes(static_cast<int>(text.size() / 4 * 3 + 3), Qt::Uninitialized);
     char *out = bytes.data();
-    useHugePages(out, static_cast<size_t>(bytes.size()));
     const char *at = text.data();
     const char *const end = at + text.size();
     unsigned taken = 0; // digits of a byte that is not complete

@@ -1,7 +1,5 @@
 #include "text/codecs.h"
 
-#include "platform/huge_pages.h"
-
 #include <QTextCodec>
 
 #include <algorithm>
@@ -21,7 +19,6 @@ QString textWithRoom(int characters)
 {
     QString text;
     text.reserve(characters);
-    useHugePages(text.constData(), static_cast<size_t>(characters) * sizeof(QChar));
     return text;
 }
 

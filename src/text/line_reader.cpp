@@ -53,33 +53,73 @@ void LineReader::restoreLine()
     m_lostCr = 0;
 }
 
-std::optional<std::string_view> LineReader::readLine()
+// A whole line of `length` bytes.
+std::string_view LineReader::takeLine(size_t length)
+{
+    char *start = m_block.get() + m_next;
+    m_next += length;
+    if (m_mode == Mode::Text && length > 1 && start[length - 2] == '\r') {
+        // The CR is the line's line feed until the next call.
+        --length;
+        m_lostCr = m_next - 1;
+        m_block[m_lostCr - 1] = '\n';
+    }
+    return {start, length};
+}
+
+// The start of a line: not so much that what follows would be read as something else.
+std::string_view LineReader::takePiece(size_t length)
+{
+    const char *start = m_block.get() + m_next;
+    for (size_t back = 1; back <= 3; ++back) {
+        const auto byte = static_cast<unsigned char>(start[length - back]);
+        if (byte >= 0xC0 || (byte == '\r' && back == 1))
+            length -= back; // the first byte of a character, or of a CR LF
+        if (byte < 0x80 || byte >= 0xC0)
+            break;
+    }
+    m_next += length;
+    return {start, length};
+}
+
+std::optional<std::string_view> LineReader::readLine(size_t most)
 {
     restoreLine();
     size_t searched = 0;
     for (;;) {
         const char *start = m_block.get() + m_next;
-        const size_t available = m_filled - m_next;
+        const size_t available = std::min(most, m_filled - m_next);
         const void *feed =
             available > searched ? std::memchr(start + searched, '\n', available - searched) : nullptr;
-        if (!feed) {
-            searched = available;
-            if (readBlock())
-                continue;
+        if (feed)
+            return takeLine(static_cast<size_t>(static_cast<const char *>(feed) - start) + 1);
+        if (available == most)
+            return takePiece(most);
+        searched = available;
+        if (!readBlock()) {
             const std::string_view rest(m_block.get() + m_next, m_filled - m_next);
             m_next = m_filled;
             return rest.empty() ? std::nullopt : std::make_optional(rest);
         }
-        size_t length = static_cast<size_t>(static_cast<const char *>(feed) - start) + 1;
-        m_next += length;
-        if (m_mode == Mode::Text && length > 1 && start[length - 2] == '\r') {
-            // The CR is the line's line feed until the next call.
-            --length;
-            m_lostCr = m_next - 1;
-            m_block[m_lostCr - 1] = '\n';
-        }
-        return std::string_view(start, length);
     }
+}
+
+void LineReader::skipLine()
+{
+    restoreLine();
+    while (fill(1)) {
+        const char *start = m_block.get() + m_next;
+        const void *feed = std::memchr(start, '\n', m_filled - m_next);
+        m_next = feed ? m_next + static_cast<size_t>(static_cast<const char *>(feed) - start) + 1 : m_filled;
+        if (feed)
+            return;
+    }
+}
+
+std::string_view LineReader::peek(size_t count)
+{
+    fill(count);
+    return {m_block.get() + m_next, std::min(count, m_filled - m_next)};
 }
 
 std::string_view LineReader::readLines()
@@ -110,8 +150,7 @@ bool LineReader::fill(size_t bytes)
 
 bool LineReader::nextIsFold()
 {
-    fill(4);
-    std::string_view next(m_block.get() + m_next, std::min<size_t>(4, m_filled - m_next));
+    std::string_view next = peek(4);
     if (next.substr(0, 3) == "\xEF\xBB\xBF")
         next.remove_prefix(3);
     return !next.empty() && (next[0] == ' ' || next[0] == '\t');
@@ -142,18 +181,24 @@ bool LineReader::skipToLineWith(std::string_view text)
 {
     if (!fill(1))
         return false;
+    constexpr size_t mostKept = size_t{1} << 20;
+    qint64 line = position();
     size_t searched = 0; // bytes from m_next on in which no find starts
     for (;;) {
         const std::string_view rest(m_block.get() + m_next, m_filled - m_next);
         const size_t at = findText(rest, text, searched);
+        const size_t feed = rest.rfind('\n', at);
+        if (feed != std::string_view::npos)
+            line = position() + static_cast<qint64>(feed) + 1;
         if (at != std::string_view::npos) {
-            m_next += rest.rfind('\n', at) + 1; // none: npos + 1 is 0
+            seek(line);
             return true;
         }
-        const size_t lastLine = rest.rfind('\n') + 1;
-        m_next += lastLine;
-        searched = rest.size() - lastLine;
-        searched -= std::min(searched, text.size() - 1);
+        const size_t searchedTo = rest.size() - std::min(rest.size(), text.size() - 1);
+        const size_t lineBegin = feed + 1; // none: npos + 1 is 0
+        const size_t kept = rest.size() - lineBegin > mostKept ? searchedTo : lineBegin;
+        m_next += kept;
+        searched = std::max(searchedTo, kept) - kept;
         if (!readBlock()) {
             m_next = m_filled;
             return false;

@@ -25,9 +25,15 @@ public:
     /// Reads a source from its start; false if it could not be opened.
     bool open(ByteSource source);
 
-    /// The next line, line feed included, or nothing at the end of the file. The view is valid until the next
-    /// call.
-    std::optional<std::string_view> readLine();
+    /// The next line, line feed included, or nothing at the end of the file. Of a line longer than `most` bytes (at
+    /// least shortestPiece) about as many come, and the next call goes on behind them; no CR LF and no character of
+    /// UTF-8 is torn. The view is valid until the next call.
+    std::optional<std::string_view> readLine(size_t most = std::string_view::npos);
+    static constexpr size_t shortestPiece = 8;
+    /// Passes over the rest of the line, however long.
+    void skipLine();
+    /// The bytes to come, up to `count` of them, without going on. Valid until the next call.
+    std::string_view peek(size_t count);
     /// As many whole lines as one block holds, as they stand in the file whatever the mode; only the last line of
     /// the file may lack its line feed. Empty at the end of the file. A line longer than `longestLine` bytes comes
     /// in pieces. The view is valid until the next call.
@@ -39,7 +45,8 @@ public:
     /// Passes over lines that don't start with a byte of `starts`, as fast as the machine can look for them.
     /// False if the file ends first.
     bool skipToLineStart(LineStarts starts);
-    /// Passes over lines that don't contain `text` (no line feed in it), likewise.
+    /// Passes over lines that don't contain `text` (no line feed in it), likewise. A long line is read twice rather
+    /// than kept.
     bool skipToLineWith(std::string_view text);
 
     /// Bytes from the start of the file to the next byte that readLine will look at.
@@ -62,6 +69,8 @@ private:
     void enlargeBlock(size_t bytes);
     bool fill(size_t bytes);
     void restoreLine();
+    std::string_view takeLine(size_t length);
+    std::string_view takePiece(size_t length);
 
     Mode m_mode;
     ByteSource m_source;

@@ -1,5 +1,6 @@
 #include "text/mail_header.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 #include <QVector>
 
@@ -9,7 +10,8 @@ namespace
 {
 constexpr int lineLength = 76;
 constexpr int longestWord = 900;     // what no line can hold unbroken (RFC 5322, 2.1.1)
-constexpr int encodedWordBytes = 45; // 60 characters of base64 in a word of at most 75
+constexpr int longestPhrase = 60;    // of a name that stands as it is
+constexpr int encodedWordBytes = 39; // in a word of 64 characters, so that a short name stands before it
 constexpr int longestPlainValue = 200;
 constexpr int segmentLength = 60;
 
@@ -36,7 +38,7 @@ bool hasLongWord(const QString &text)
 // Plain text that a reader would give back as it is.
 bool isPlain(const QString &text)
 {
-    return isAscii(text) && !text.contains(QLatin1String("=?")) && text == text.trimmed() &&
+    return isAscii(text) && !text.contains(QLatin1String("=?")) && text == text.simplified() &&
            !hasLongWord(text);
 }
 
@@ -97,7 +99,7 @@ bool isAtom(const QString &text, const char *others)
 QByteArray phrase(const QString &name)
 {
     const QString text = withoutControls(name).trimmed();
-    if (!isPlain(text))
+    if (!isPlain(text) || text.size() > longestPhrase)
         return encodedWords(text);
     return isAtom(text, " !#$%&'*+-/=?^_`{|}~") ? text.toLatin1() : quotedString(text);
 }
@@ -145,11 +147,11 @@ QByteArray peopleHeader(const QByteArray &name, const QList<MailPerson> &people)
 
 QByteArray idsHeader(const QByteArray &name, const QString &ids)
 {
+    static const QRegularExpression id(QStringLiteral("<[^<>]*>|[^ ]+"));
     QList<QByteArray> words;
-    for (const QString &word : withoutControls(ids).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-        QByteArray id = word.toUtf8();
-        id = (id.startsWith('<') ? "" : "<") + id + (id.endsWith('>') ? "" : ">");
-        words.append(id);
+    for (auto match = id.globalMatch(withoutControls(ids)); match.hasNext();) {
+        const QByteArray word = match.next().captured().toUtf8();
+        words.append((word.startsWith('<') ? "" : "<") + word + (word.endsWith('>') ? "" : ">"));
     }
     return words.isEmpty() ? QByteArray() : folded(name + ": " + words.join(' ')) + '\n';
 }

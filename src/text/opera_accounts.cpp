@@ -1,6 +1,7 @@
 #include "text/opera_accounts.h"
 
-#include <QFile>
+#include "platform/byte_source.h"
+
 #include <QTextStream>
 
 /// What differs between the users. Each member exists because the two rows differ in it.
@@ -24,6 +25,7 @@ const OperaAccountRule saveAccounts{Qt::CaseSensitive,   OperaAccountRule::Secti
 namespace
 {
 constexpr int sectionLines = 101;
+constexpr qint64 longestIni = qint64{1} << 20;
 const QString nameMark = QStringLiteral("Account Name=");
 
 // The name in a line, if it has one: an empty name is passed over by one user, and ends the search of the other.
@@ -49,11 +51,17 @@ QString operaAccountOf(const QString &path)
 
 OperaAccounts::OperaAccounts(const QString &iniPath, const OperaAccountRule &rule) : m_rule(rule)
 {
-    QFile file(iniPath);
-    if (iniPath.isEmpty() || !file.open(QIODevice::ReadOnly))
+    if (iniPath.isEmpty())
         return;
-    m_readable = true;
-    QTextStream stream(&file);
+    ByteSource file = ByteSource::ofFile(iniPath);
+    QByteArray bytes(static_cast<int>(qMin(file.size(), longestIni)), '\0');
+    bytes.truncate(static_cast<int>(file.read(0, bytes.data(), bytes.size())));
+    m_error = file.size() > longestIni ? QStringLiteral("larger than an accounts.ini can be: ") + iniPath
+                                       : file.errorString();
+    m_readable = m_error.isEmpty();
+    if (!m_readable)
+        return;
+    QTextStream stream(bytes);
     stream.setCodec("UTF-8");
     QString line;
     while (stream.readLineInto(&line))

@@ -21,19 +21,22 @@ extern const OperaAccountRule saveAccounts; ///< names of the folders that a sav
 class OperaAccounts
 {
 public:
-    /// Reads the file, as UTF-8 (UTF-16 with a byte order mark). A file that can't be opened gives no names.
+    /// Reads the file, as UTF-8 (UTF-16 with a byte order mark), at most 1 MiB. One that can't be read gives no names,
+    /// and errorString() tells why; an empty path does not count as one.
     OperaAccounts(const QString &iniPath, const OperaAccountRule &rule);
 
     /// The account name for the next file, by its account key. Ask for one file after the other: a name may be
     /// carried over from the file before. A key without a name is its own name. Empty before the first key that
     /// is not empty.
     QString nameOf(const QString &key);
+    const QString &errorString() const { return m_error; }
 
 private:
     std::optional<QString> sectionName(const QString &key) const;
 
     const OperaAccountRule &m_rule;
     bool m_readable = false;
+    QString m_error;
     QStringList m_lines;                                   ///< trimmed
     QHash<QString, std::optional<QString>> m_sectionNames; ///< key -> what the file says
     QString m_key;                                         ///< of the last file

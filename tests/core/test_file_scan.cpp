@@ -24,7 +24,7 @@ QStringList filesOf(const ScanRun &run)
         QStringList tree;
         for (qint64 folder = item->parentId; folder != llRootId; folder = objMapFID_PID.value(folder))
             tree.prepend(objMapFID_Name.value(folder));
-        lines.append(tree.join('/') + ": " + pathOf(*item).mid(run.path().size() + 1));
+        lines.append(tree.join('/') + ": " + item->path.mid(run.path().size() + 1));
     }
     lines.sort();
     return lines;
@@ -47,7 +47,8 @@ private slots:
                 run.write({{name, mail}});
             QCOMPARE(run.scan(selected.isEmpty() ? run.path() : run.path(selected)), ends);
             QCOMPARE(filesOf(run), files);
-            QVERIFY(!hasProblems());
+            for (const QString &problem : takeProblems()) // only where a file refuses the store
+                QVERIFY(ends.contains("nothing") && problem.contains("another client's store"));
         });
         row("apple: messages, companions, parts", appleMail, "",
             {"b.mbox/M/1.emlx", "b.mbox/M/2.partial.emlx", "b.mbox/M/2.1.emlxpart", "b.mbox/M/1.plist",

@@ -47,6 +47,34 @@ private slots:
         }
     }
 
+    // A line read in pieces is the same line, whatever their size; none ends within a character or a CR LF.
+    void pieces()
+    {
+        const QByteArray line = "a\xC3\xA9\xE2\x82\xAC\r\xF0\x9F\x98\x80\x80\x80\x80\x80\xFF\r\r\n";
+        const QByteArray bytes = line + "next\n" + QByteArray(100, 'x') + "\nlast";
+        for (size_t most = LineReader::shortestPiece; most < 30; ++most) {
+            LineReader reader(LineReader::Mode::Text);
+            reader.setBlockBytes(4);
+            QVERIFY(reader.open(ByteSource::ofBytes({bytes.constData(), static_cast<size_t>(bytes.size())})));
+            QByteArray joined;
+            QString text;
+            while (!joined.endsWith('\n')) {
+                const std::string_view piece = *reader.readLine(most);
+                QVERIFY(piece.size() <= most);
+                joined.append(piece.data(), static_cast<int>(piece.size()));
+                text += wholeLineText(piece);
+            }
+            QCOMPARE(joined, line.left(line.size() - 2) + '\n');
+            QCOMPARE(text, QString::fromUtf8(joined));
+            QVERIFY(reader.peek(100) ==
+                    std::string_view(bytes.constData()).substr(static_cast<size_t>(line.size()), 100));
+            reader.skipLine();
+            reader.readLine(most);
+            reader.skipLine();
+            QCOMPARE(linesOf(&reader), QByteArrayList{"last"});
+        }
+    }
+
     void noRegularFile()
     {
         QTemporaryDir folder;

@@ -16,7 +16,7 @@ QStringList walk(ByteSource *archive, OlmWalkResult *result = nullptr)
     QStringList lines;
     OlmWalkEvents events;
     events.goOn = [](qint64) { return true; };
-    events.attachment = [&](const QString &name, qint64 offset, qint64 size, bool) {
+    events.attachment = [&](const QString &name, qint64 offset, qint64 size) {
         lines.append(QString("%1 at %2 of %3").arg(name).arg(offset).arg(size));
     };
     events.messages = [&](const OlmText &text) {

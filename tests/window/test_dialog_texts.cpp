@@ -80,13 +80,14 @@ private slots:
                                                {target, {350, 150}},
                                                {m_pParseDatabase, {477, 243}},
                                                {robot.importWindow(), {467, 200}}};
+            robot.importWindow()->showReport({}, {});
             for (QWidget *dialog : sizes.keys()) {
                 dialog->show();
-                QCOMPARE(cutTexts(dialog), QStringList());
+                QVERIFY2(cutTexts(dialog).isEmpty(), qPrintable(cutTexts(dialog).join(' ')));
                 QCOMPARE(dialog->size(), sizes[dialog]);
             }
         });
-        for (const int points : {9, 10, 11, 12}) {
+        for (const int points : {9, 12, 15}) {
             row("English " + QByteArray::number(points), QLocale::English, points);
             row("German " + QByteArray::number(points), QLocale::German, points);
         }

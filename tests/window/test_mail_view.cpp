@@ -1,6 +1,10 @@
+#include "browse/shown_html.h"
 #include "browse/window/mail_view.h"
 #include "data_table.h"
 
+#include <QAction>
+#include <QElapsedTimer>
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -37,6 +41,42 @@ class OpenView : public QWebView
 public:
     OpenView() { settings()->setAttribute(QWebSettings::PluginsEnabled, true); }
 };
+// A page as somebody who means harm, or a poor program, might send: the same for the same seed.
+QString hostilePage(uint seed)
+{
+    QRandomGenerator random(seed);
+    const auto oneOf = [&](const QStringList &list) { return list.at(random.bounded(list.size())); };
+    const QStringList names{"table",         "div",    "span", "ul",     "blockquote", "b",
+                            "fieldset",      "center", "font", "button", "dl",         "pre",
+                            "table><tr><td", "svg",    "g",    "p",      "li",         "x"};
+    const QStringList styles{"",
+                             "columns:2",
+                             "-webkit-column-count:3",
+                             "-webkit-column-w\\69 dth:9px",
+                             "float:left",
+                             "display:inline-block",
+                             "display:table-cell;width:50%",
+                             "display:-webkit-flex;-webkit-flex-flow:column",
+                             "display:-webkit-box",
+                             "position:absolute;width:99%",
+                             "padding:1px;overflow:auto"};
+    QString page;
+    if (seed % 4 == 0) { // drawings made of each other
+        page = "<svg><g id=a0><path d='M0 0h9v9z'/></g>";
+        for (int i = 1; i <= 5 + random.bounded(25); ++i)
+            page += QString("<g id=a%1>").arg(i) +
+                    QString("<use xlink:href='#a%1'/>").arg(i - 1).repeated(9) + "</g>";
+    } else if (seed % 4 == 3) { // a soup of tags
+        while (page.size() < 200000)
+            page += '<' + oneOf({"", "/"}) + oneOf(names) + " style='" + oneOf(styles) + "'>x ";
+    } else { // one or two kinds, deep in each other
+        const QString level =
+            '<' + oneOf(names) + " style='" + oneOf(styles) + "'>" +
+            (seed % 4 == 1 ? QString() : "x<" + oneOf(names) + " style='" + oneOf(styles) + "'>");
+        page = level.repeated(262000 / level.size());
+    }
+    return page;
+}
 } // namespace
 
 class TestMailView : public QObject
@@ -138,7 +178,32 @@ private slots:
     {
         MailView view;
         QVERIFY(!view.acceptDrops());
-        QCOMPARE(view.contextMenuPolicy(), Qt::NoContextMenu);
+        QCOMPARE(view.contextMenuPolicy(), Qt::ActionsContextMenu);
+        for (const QAction *action : view.actions())
+            QVERIFY2(action->text() == "&Copy" || action->text() == "Select &All",
+                     qPrintable(action->text()));
+    }
+
+    // VELMORA_HOSTILE_PAGES is how many are tried. Each is laid out in less than 2 s, and none ends the program.
+    void hostilePages()
+    {
+        const int pages = qMax(12, qEnvironmentVariableIntValue("VELMORA_HOSTILE_PAGES"));
+        qint64 slowest = 0;
+        for (int seed = 0; seed < pages; ++seed) {
+            const QString html = shownHtml(hostilePage(uint(seed))).html;
+            QElapsedTimer clock;
+            clock.start();
+            MailView view;
+            view.resize(400, 500);
+            view.show();
+            view.setHtml(html, QUrl());
+            view.grab();
+            slowest = qMax(slowest, clock.elapsed());
+            if (clock.elapsed() >= 2000)
+                qWarning("page %d takes %lld ms: %s", seed, clock.elapsed(), qPrintable(html.left(200)));
+        }
+        QVERIFY2(slowest < 2000, QByteArray::number(slowest));
+        qInfo("%d pages, the slowest took %lld ms", pages, slowest);
     }
 
     void allowList()
@@ -149,6 +214,7 @@ private slots:
         QVERIFY(mayLoad(QUrl("data:text/plain,x")) && !mayOpen(QUrl("data:text/plain,x")));
         for (const char *url : {"file:///etc/passwd", "javascript:alert(1)", "ftp://example.org/",
                                 "qrc:/images/img_Folder.png", "about:blank", "x-apple.systempreferences:a",
+                                "data:text/html,x", "data:image/svg%2Bxml;base64,eA==",
                                 "httpx://example.org/", "//example.org/", "/usr/bin/true", ""})
             QVERIFY2(!mayOpen(QUrl(url)) && !mayLoad(QUrl(url)), url);
     }

@@ -2,6 +2,8 @@
 
 #include "app/problem_log.h"
 
+#include <QRegularExpression>
+
 namespace
 {
 const char abortQuestion[] = "Process cannot be resumed from the current stage.";
@@ -33,7 +35,12 @@ private slots:
             QTRY_VERIFY(gate.isHolding() && robot.progress());
             QVERIFY(!m_pParseDatabase->isVisible());
             QVERIFY(!m_pMyOpenButton->isEnabled() && !m_pMySaveButton->isEnabled());
-            QTest::keyClick(robot.progress(), Qt::Key_Escape);
+            for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space})
+                QTest::keyClick(robot.progress(), key);
+            QVERIFY(robot.isQuiet()); // no question
+            const QString step = robot.in<QLabel>(robot.progress(), "stepLabel")->text();
+            QVERIFY2(QRegularExpression("^(Inbox|Sent), \\d of \\d$").match(step).hasMatch(),
+                     qPrintable(step));
             robot.progress()->close();
             QVERIFY(robot.progress());
             robot.fileAction(0)->trigger(); // Open while a scan runs changes nothing
@@ -173,19 +180,18 @@ private slots:
         }
     }
 
-    // The program ends while a save runs: the save is stopped and waited for.
+    // A save that runs keeps the window open, as a scan does.
     void closeWhileSaving()
     {
-        {
-            WindowRobot robot;
-            scanAndTick(&robot);
-            WorkerGate gate(pMailSaving, 50);
-            robot.save("radioButtonforOutlook", out());
-            QTRY_VERIFY(gate.isHolding());
-            robot.expectBox("\nDo you want to close Velmora Mail Converter? ", QMessageBox::Yes);
-            QVERIFY(robot.window->close());
-        }
-        QVERIFY(!pMailSaving);
+        WindowRobot robot;
+        scanAndTick(&robot);
+        WorkerGate gate(pMailSaving, 50);
+        robot.save("radioButtonforOutlook", out());
+        QTRY_VERIFY(gate.isHolding());
+        robot.expectBox("Application Running !!\nPlease halt the current process to Exit.", QMessageBox::Ok);
+        QVERIFY(!robot.window->close() && robot.isQuiet() && robot.progress());
+        gate.open();
+        QTRY_VERIFY(robot.importWindow()->isVisible());
     }
 
     void cancelledTarget_data()
@@ -265,7 +271,7 @@ private slots:
         robot.save("radioButtonforOutlook", out());
         QTRY_VERIFY(robot.importWindow()->isVisible());
         QVERIFY2(
-            robot.closingText().startsWith("\nFile saved successfully at location " + bundle() + "\n\n") &&
+            robot.closingText().startsWith("\nWhat was saved so far is at location " + bundle() + "\n\n") &&
                 robot.closingText().contains(store() + "/Mail/Local Folders/Sent"),
             qPrintable(robot.closingText()));
         QLabel *label = robot.in<QLabel>(robot.importWindow(), "InfoLabels");

@@ -1,5 +1,10 @@
 #include "window_robot.h"
 
+#include "app/window/translations.h"
+
+#include <QCheckBox>
+#include <QTranslator>
+
 namespace
 {
 const QByteArray inbox = "From - Mon Jan  1 00:00:00 2007\nFrom: Ann <ann@example.org>\nSubject: First\n"
@@ -72,6 +77,59 @@ private slots:
     }
 
     void selectScanBrowseTickSave() { checkRow(); }
+
+    // From the first dialog to the last by keys alone.
+    void byKeys_data()
+    {
+        const DataTable row([](QLocale::Language language, Qt::LayoutDirection direction) {
+            QLocale::setDefault(language);
+            installTranslations(qApp);
+            QApplication::setLayoutDirection(direction);
+            QTemporaryDir dir;
+            writeFiles(dir.path(), {{"a/Mail/Local Folders/Inbox", inbox}});
+            QVERIFY(QDir().mkpath(dir.filePath("out")));
+            const auto text = [](const char *english) { return QConverterMainWindow::tr(english); };
+
+            WindowRobot robot;
+            robot.useKeys();
+            for (int client = 0; client < 3; ++client)
+                WindowRobot::pressKeyOn(robot.clientBox(), Qt::Key_Down);
+            robot.expectFileDialog(dir.filePath("a"));
+            robot.pressKeyOn(robot.in<QPushButton>(m_pParseDatabase, "browseConverterButton"), Qt::Key_Space);
+            auto *start = robot.in<QPushButton>(m_pParseDatabase, "StartButton");
+            QCOMPARE(m_pParseDatabase->focusWidget(), start);
+            robot.expectBox(text(scanDone), QMessageBox::Ok);
+            QTest::keyClick(m_pParseDatabase, Qt::Key_Return);
+            QTRY_VERIFY2(robot.isQuiet(), qPrintable(robot.surprises()));
+            QTRY_VERIFY(!pMessageSavingThread->isRunning() && robot.folder("Mail/Local Folders/Inbox"));
+            robot.settle();
+
+            robot.pressKeyOn(robot.tree(), Qt::Key_Home);
+            while (robot.tree()->currentItem() != robot.folder("Mail/Local Folders/Inbox"))
+                QTest::keyClick(robot.tree(), Qt::Key_Down);
+            QTest::keyClick(robot.tree(), Qt::Key_Space);
+            QCOMPARE(robot.folder("Mail/Local Folders/Inbox")->checkState(0), Qt::Checked);
+            robot.pressKeyOn(m_pMySaveButton, Qt::Key_Space);
+            QTRY_VERIFY(m_pSaveAs && m_pSaveAs->isVisible());
+            QCOMPARE(m_pSaveAs->focusWidget()->objectName(), "radioButtonforOutlook");
+            robot.pressKeyOn(robot.in<QCheckBox>(m_pSaveAs, "exactCopies"), Qt::Key_Space);
+            robot.expectFileDialog(dir.filePath("out"));
+            QTest::keyClick(m_pSaveAs, Qt::Key_Return);
+            QTRY_VERIFY(robot.importWindow()->isVisible() && !robot.importWindow()->waitsForReport());
+            QTest::keyClick(robot.importWindow(), Qt::Key_Return);
+            QVERIFY(!robot.importWindow()->isVisible());
+            QCOMPARE(
+                readFiles(dir.filePath("out")).value("Main Identity.rge/Mail/Local Folders/Inbox/Inbox.mbox"),
+                inbox);
+            robot.expectBox(text("\nDo you want to close Velmora Mail Converter? "), QMessageBox::Yes);
+            QVERIFY(robot.window->close() && robot.isQuiet());
+            qDeleteAll(qApp->findChildren<QTranslator *>());
+        });
+        row("German, right to left", QLocale::German, Qt::RightToLeft);
+        row("English", QLocale::English, Qt::LeftToRight);
+    }
+
+    void byKeys() { checkRow(); }
 
     // Nothing of the first scan is left: not in the tree, and not in what a save writes.
     void secondScan()

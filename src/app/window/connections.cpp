@@ -7,6 +7,7 @@
 #include "save/mail_saving.h"
 #include "scan/message_saving_thread.h"
 #include "scan/window/parse_database_dialog.h"
+#include "scan/window/store_drop.h"
 
 #include <QPushButton>
 #include <QTreeWidget>
@@ -14,12 +15,14 @@
 void QConverterMainWindow::ConnectSignals()
 {
     m_pParseDatabase = new QParseDatabase(this);
+    takeDroppedStores(this, [this](const QString &path) { takeDroppedStore(path); });
     m_pImportWindow = new QImportWindow(this);
     bParseDatabase = true;
     m_pMySaveButton->setEnabled(false);
     m_pMyOpenButton->setEnabled(false);
     pMessageSavingThread = new QMessageSavingThread;
     pMailSaving = new QMailSaving;
+    pMailSaving->m_toDisk = true;
 
     using Window = QConverterMainWindow;
     connect(m_pStatusStopButton, &QPushButton::clicked, this, &Window::OnStopPushButton);

@@ -6,6 +6,7 @@
 #include "dialogs/progress_info_dialog.h"
 #include "dialogs/repair_complete_dialog.h"
 #include "platform/window/text_fit.h"
+#include "save/bundle_place.h"
 #include "save/mail_saving.h"
 #include "scan/message_saving_thread.h"
 
@@ -46,6 +47,7 @@ QConverterMainWindow::~QConverterMainWindow()
             bStopFlag = true;
     }
     IsPreview = false;
+    bundlePlace.finish(false);
     delete pMessageSavingThread;
     delete pMailSaving;
     pMessageSavingThread = nullptr;
@@ -120,7 +122,8 @@ void QConverterMainWindow::createStatusBar()
 void QConverterMainWindow::closeEvent(QCloseEvent *event)
 {
     event->ignore();
-    if (bProcessRunning) {
+    const bool saving = IsPreview && pMailSaving->isRunning();
+    if (bProcessRunning || saving) {
         if (m_pProgressInfo)
             m_pProgressInfo->show();
         QMessageBox::warning(this, QLatin1String(boxTitle),
@@ -130,9 +133,11 @@ void QConverterMainWindow::closeEvent(QCloseEvent *event)
     if (closeevent == 0) {
         if (QMessageBox::warning(this, QLatin1String(boxTitle),
                                  tr("\nDo you want to close Velmora Mail Converter? "),
-                                 QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes)
             return;
         ++closeevent;
     }
+    if (m_pProgressInfo)
+        m_pProgressInfo->hide(); // it closes by no other way, and the program ends with its last window
     event->accept();
 }

@@ -43,6 +43,8 @@ public:
     void endRun();
     /// Waits for a worker that is on its way to its end, while the window goes on painting itself.
     void letWorkersEnd();
+    /// A store was dropped on the window: as Open, with this place chosen.
+    void takeDroppedStore(const QString &path);
     /// The selection dialog went away without a scan.
     void onSelectionClosed();
     void enablePreferences();
@@ -144,9 +146,14 @@ private:
     void openSelectionDialog();
     void discardView();
     void saveFiles(const struct SaveTarget &target);
+    /// Takes the place at FileSavingPath, asked for what stands there; false if no save may begin.
+    bool takePlace(const QString &name);
+    /// The replace question.
+    bool mayReplace(const QString &name);
     void CreateMailFolder();
     void CreateMailFolderforApple();
     void tellEndedEarly();
+    void tellReport();
     void finishSave();
 
     /// How far a worker is: Active from the start to its end signals, Ending until its thread has ended.

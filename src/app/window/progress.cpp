@@ -1,6 +1,7 @@
 #include "app/window/main_window.h"
 
 #include "app/problem_log.h"
+#include "app/run_step.h"
 #include "app/shared_state.h"
 #include "app/window/my_button.h"
 #include "app/window/window_state.h"
@@ -9,19 +10,26 @@
 #include "dialogs/problem_text.h"
 #include "dialogs/progress_info_dialog.h"
 #include "platform/window/text_fit.h"
+#include "save/bundle_place.h"
 #include "save/mail_saving.h"
+#include "save/save_ledger.h"
+#include "save/save_report.h"
 #include "scan/message_saving_thread.h"
+#include "scan/scan_count.h"
 #include "scan/window/parse_database_dialog.h"
 
 #include <QAction>
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLocale>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QStorageInfo>
 #include <QTreeWidget>
 
 // ---- A run from its start to its end ----
@@ -29,6 +37,7 @@
 void QConverterMainWindow::beginRun()
 {
     m_run = Run::Active;
+    setRunStep({});
     m_pMySaveButton->setEnabled(false);
     m_pMyOpenButton->setEnabled(false);
     m_pSaveAction->setEnabled(false);
@@ -75,7 +84,12 @@ void QConverterMainWindow::letWorkersEnd()
 void QConverterMainWindow::onWorkerEnded()
 {
     const bool endedEarly = m_run == Run::Active;
+    bundlePlace.finish(false); // of a save whose end signals have not been here
     m_run = Run::None;
+    if (m_pImportWindow->waitsForReport()) {
+        m_pImportWindow->addProblems(takeProblems());
+        tellReport();
+    }
     if (endedEarly)
         tellEndedEarly();
     else if (hasProblems())
@@ -127,6 +141,8 @@ void QConverterMainWindow::SetIndivisibleProgress(double value)
 {
     if (m_pProgressBar)
         m_pProgressBar->setValue(qMin(static_cast<int>(value), m_pProgressBar->maximum()));
+    if (m_pProgressInfo)
+        m_pProgressInfo->showStep(value);
 }
 
 void QConverterMainWindow::SetSubProgress(double value)
@@ -148,6 +164,13 @@ void QConverterMainWindow::SetProgressHide()
     endRun();
 }
 
+static QString scanNumbers()
+{
+    const ScanCount count = countScan();
+    return QConverterMainWindow::tr("%1 message(s) in %2 folder(s).")
+        .arg(QLocale().toString(count.messages), QLocale().toString(count.folders));
+}
+
 void QConverterMainWindow::HideProgressBar()
 {
     if (bForOutlookMail || bForAppleMail) {
@@ -155,7 +178,7 @@ void QConverterMainWindow::HideProgressBar()
         return;
     }
     showBox(nullptr, QMessageBox::Information, QString(),
-            withProblems(tr("\nMailbox scan completed successfully."), takeProblems()));
+            withProblems(tr("\nMailbox scan completed successfully."), takeProblems()), scanNumbers());
 }
 
 // The end signal may come several times in one save, and once more after a Stop that came too late.
@@ -164,15 +187,39 @@ void QConverterMainWindow::finishSave()
     if (!IsPreview)
         return;
     pMailSaving->wait(); // it may still be looking at the records of further folders
+    IsPreview = false;
+    const bool lost = takeUnread() | takeUnwritten();
+    const bool isWhole = !lost && saveLedger.isComplete() && saveLedger.addsUp();
+    bundlePlace.finish(isWhole);
+    if (!isWhole || takeUnwritten()) {
+        showSaveResult(tr("\nWhat was saved so far is at location ") + FileSavingPath);
+        return;
+    }
     unmarkAllFolders();
     checkAllFolderItems(Qt::Unchecked);
     showSaveResult(tr("\nFile saved successfully at location ") + FileSavingPath);
-    IsPreview = false;
 }
 
 void QConverterMainWindow::showSaveResult(const QString &text)
 {
-    m_pImportWindow->showMessage(withProblems(text, takeProblems()));
+    m_pImportWindow->showMessage(text, takeProblems());
+    if (!pMailSaving->isRunning())
+        tellReport();
+}
+
+// A save that was asked to stop fills its account up to its end.
+void QConverterMainWindow::tellReport()
+{
+    SaveReport report;
+    report.bundle = FileSavingPath;
+    report.bundleStands = QFileInfo::exists(FileSavingPath);
+    report.files = ulCount;
+    report.freeBytes = QStorageInfo(saveDir).bytesAvailable() + saveLedger.bytes();
+    if (bStopFlag)
+        report.end = SaveReport::End::Stopped;
+    else if (!saveLedger.isComplete())
+        report.end = SaveReport::End::Ended;
+    m_pImportWindow->showReport(report, saveLedger);
 }
 
 void QConverterMainWindow::OnNoDataIntoFile()

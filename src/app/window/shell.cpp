@@ -5,10 +5,12 @@
 #include "platform/window/text_fit.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStyle>
 #include <QToolBar>
 
 namespace
@@ -20,6 +22,7 @@ const char imageHoverOpen[] = ":/images/img_HoverOpen.png";
 const char imageSave[] = ":/images/img_Save.png";
 const char imageHoverSave[] = ":/images/img_HoverSave.png";
 const char imageHelp[] = ":/images/img_HelpFile.png";
+constexpr int captionGap = 6; ///< pixels between the texts below two buttons
 
 void setIcon(MyButton *button, const char *image)
 {
@@ -43,14 +46,46 @@ void addGap(QToolBar *bar, int width, int height)
     bar->addWidget(gap);
 }
 
-// A text below a button: a child of the bar that its layout knows nothing of.
-void addCaption(QToolBar *bar, const QString &text, const QRect &place)
+// The texts below the buttons: children of the bar that its layout knows nothing of. Each has a place of its own,
+// which it leaves for the right where the text before it, in another language, needs more room; in a layout from right
+// to left all lie mirrored, as the buttons do.
+class Captions : public QObject
 {
-    auto *caption = new QLabel(text, bar);
-    caption->setFont(lucidaFont(10));
-    caption->setGeometry(place);
-    caption->setAttribute(Qt::WA_TransparentForMouseEvents);
-}
+public:
+    explicit Captions(QToolBar *bar) : QObject(bar), m_bar(bar) { bar->installEventFilter(this); }
+
+    void add(const QString &text, const QRect &place)
+    {
+        auto *caption = new QLabel(text, m_bar);
+        caption->setFont(lucidaFont(10));
+        caption->setAttribute(Qt::WA_TransparentForMouseEvents);
+        QRect free = place;
+        if (!m_captions.isEmpty())
+            free.moveLeft(qMax(place.left(), m_end + captionGap));
+        m_end = free.left() + caption->sizeHint().width();
+        m_captions.append({caption, free});
+        lay();
+    }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutDirectionChange)
+            lay();
+        return false;
+    }
+
+private:
+    void lay()
+    {
+        for (const auto &[caption, place] : qAsConst(m_captions))
+            caption->setGeometry(QStyle::visualRect(m_bar->layoutDirection(), m_bar->rect(), place));
+    }
+
+    QToolBar *m_bar;
+    QVector<QPair<QLabel *, QRect>> m_captions;
+    int m_end = 0; ///< where the last caption's text ends
+};
 } // namespace
 
 void QConverterMainWindow::CreateActions()
@@ -146,8 +181,9 @@ void QConverterMainWindow::CreateToolBar()
     filler->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     bar->addWidget(filler);
     bar->addWidget(m_pMyHelpButton);
-    addCaption(bar, tr("Open"), QRect(9, 42, 60, 20));
-    addCaption(bar, tr("Save"), QRect(54, 42, 180, 20));
+    auto *captions = new Captions(bar);
+    captions->add(tr("Open"), QRect(9, 42, 60, 20));
+    captions->add(tr("Save"), QRect(54, 42, 180, 20));
 }
 
 void QConverterMainWindow::CreateMenuBar()

@@ -2,6 +2,7 @@
 
 #include "platform/window/open_url.h"
 
+#include <QAction>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -77,6 +78,11 @@ protected:
     bool javaScriptPrompt(QWebFrame *, const QString &, const QString &, QString *) override { return false; }
 };
 
+// Columns in columns are laid out anew at each level, which takes a short page hours. The view's own sheet goes over
+// the message's, however that spells it.
+const char viewSheet[] = "* { -webkit-columns: auto auto !important; -webkit-column-count: auto !important; "
+                         "-webkit-column-width: auto !important; }";
+
 void closeDoors(QWebSettings *settings)
 {
     for (const QWebSettings::WebAttribute attribute : {QWebSettings::JavascriptEnabled,
@@ -119,19 +125,35 @@ MailView::MailView(QWidget *parent) : QWebView(parent)
     setPage(page);
     setPalette(colours);
     page->setPalette(colours);
+    page->settings()->setUserStyleSheetUrl(QUrl(QStringLiteral("data:text/css;charset=utf-8;base64,") +
+                                                QString::fromLatin1(QByteArray(viewSheet).toBase64())));
     page->settings()->setFontFamily(QWebSettings::StandardFont, font().family());
     setAcceptDrops(false);
     // The page's menu would offer to open and to download.
-    setContextMenuPolicy(Qt::NoContextMenu);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
+    addPageAction(tr("&Copy"), QWebPage::Copy);
+    addPageAction(tr("Select &All"), QWebPage::SelectAll);
     connect(this, &QWebView::linkClicked, this, [](const QUrl &url) {
         if (mayOpen(url))
             openUrl(url);
     });
 }
 
+void MailView::addPageAction(const QString &text, int action)
+{
+    auto *item = new QAction(text, this);
+    connect(item, &QAction::triggered, this,
+            [this, action] { triggerPageAction(static_cast<QWebPage::WebAction>(action)); });
+    addAction(item);
+}
+
 bool mayLoad(const QUrl &url)
 {
-    return url.scheme() == QLatin1String("data");
+    if (url.scheme() != QLatin1String("data"))
+        return false;
+    // A page or drawing inside a link would be laid out without the limits of the message's text.
+    const QString type = url.path().section(QLatin1Char(','), 0, 0).trimmed().toLower();
+    return !type.contains(QLatin1String("html")) && !type.contains(QLatin1String("xml"));
 }
 
 bool mayOpen(const QUrl &url)

@@ -8,7 +8,8 @@ namespace
 const char face[] = "Lucida Grande";
 const char standIn[] = "DejaVu Sans";
 constexpr int buttonPadding = 6; ///< pixels left and right of a button's text
-constexpr int rightMargin = 4;   ///< pixels kept free at the parent's right edge
+constexpr qreal smallestPoints = 7;
+constexpr int rightMargin = 4; ///< pixels kept free at the parent's right edge
 } // namespace
 
 void setFontFallback()
@@ -35,6 +36,15 @@ void fitToText(QLabel *label)
     if (missing > 0)
         place.adjust(0, -(missing / 2), 0, missing - missing / 2);
     label->setGeometry(place);
+}
+
+void shrinkFont(QWidget *widget, const std::function<bool()> &fits)
+{
+    QFont font = widget->font();
+    while (!fits() && font.pointSizeF() > smallestPoints) {
+        font.setPointSizeF(font.pointSizeF() - 1);
+        widget->setFont(font);
+    }
 }
 
 int fitToText(QAbstractButton *button)

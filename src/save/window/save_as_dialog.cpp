@@ -19,12 +19,22 @@ SaveAsWindow::SaveAsWindow(QWidget *parent) : QDialog(parent, Qt::Sheet)
     connect(Ok_Button, &QPushButton::clicked, this, &SaveAsWindow::OnOk);
     radioButton->setFocus();
     radioButton->hide();
+    placeExactCopies();
 
     const StoreKind *kind = findStoreKind(pMessageSavingThread->m_mailClientIndex);
     if (!kind || kind->targets == Targets::None)
         return;
     offer(radioButtonforOutlook, kind->targets != Targets::AppleMail, kind->targets != Targets::AppleMail);
     offer(radioButtonforApple, kind->targets != Targets::Outlook, kind->targets == Targets::AppleMail);
+    (radioButtonforApple->isChecked() ? radioButtonforApple : radioButtonforOutlook)->setFocus();
+}
+
+// Between the choices and the buttons, whatever the language and the font; off at each save.
+void SaveAsWindow::placeExactCopies()
+{
+    const int room = CloseButton->x() - exactCopies->x() - 2;
+    shrinkFont(exactCopies, [&] { return exactCopies->sizeHint().width() <= room; });
+    fitToText(exactCopies);
 }
 
 void SaveAsWindow::offer(QRadioButton *choice, bool offered, bool checked)
@@ -35,6 +45,7 @@ void SaveAsWindow::offer(QRadioButton *choice, bool offered, bool checked)
 
 void SaveAsWindow::OnOk()
 {
+    bExactCopies = exactCopies->isChecked();
     if (radioButtonforOutlook->isChecked()) {
         hide();
         pConverterWin->OnSavingFilesforOutlook();

@@ -17,5 +17,6 @@ public slots:
     void OnOk();
 
 private:
+    void placeExactCopies();
     void offer(QRadioButton *choice, bool offered, bool checked);
 };

@@ -1,16 +1,18 @@
 #include "app/window/main_window.h"
 
+#include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "app/window/window_state.h"
 #include "dialogs/problem_text.h"
+#include "save/bundle_place.h"
 #include "save/mail_saving.h"
-#include "save/old_bundle.h"
+#include "save/ticked_items.h"
 #include "save/window/save_as_dialog.h"
 
 #include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMessageBox>
+#include <QStorageInfo>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 
@@ -61,27 +63,45 @@ void QConverterMainWindow::saveFiles(const SaveTarget &target)
     if (saveDir.isEmpty())
         return;
     FileSavingPath = saveDir + QLatin1Char('/') + QLatin1String(target.bundle);
-    const QFileInfo old(FileSavingPath);
-    if (old.exists() || old.isSymLink()) {
-        const QString question = tr("\n%1 already exists at this location. Do you want to replace it?")
-                                     .arg(QLatin1String(target.bundle));
-        const int answer = QMessageBox::warning(this, tr("VelmoraMailConverter"), question,
-                                                QMessageBox::Yes | QMessageBox::No);
-        if (answer == QMessageBox::No)
-            OnSavingFiles();
-        if (answer != QMessageBox::Yes)
-            return;
-        if (!removeOldBundle(FileSavingPath)) {
-            showBox(this, QMessageBox::Warning, tr("VelmoraMailConverter"),
-                    tr("\nThe old bundle can't be removed: ") + FileSavingPath);
-            return;
-        }
-    }
+    if (!takePlace(QLatin1String(target.bundle)))
+        return;
     (this->*target.prepareFolders)();
     FileSavingIdentification = false;
+    takeUnread(); // what the scan and the previews could not read was told then
+    takeUnwritten();
     nextItr = 0; // before the thread counts its own with it
     beginRun();
     pMailSaving->SetInitialSettings();
+}
+
+bool QConverterMainWindow::takePlace(const QString &name)
+{
+    const bool replaces = BundlePlace::isThere(FileSavingPath);
+    QString problem = replaces ? BundlePlace::conflict(m_selectedFile, FileSavingPath) : QString();
+    if (replaces && problem.isEmpty() && !mayReplace(name))
+        return false;
+    if (problem.isEmpty())
+        problem =
+            bundlePlace.open(FileSavingPath, replaces ? BundlePlace::Old::Replace : BundlePlace::Old::Refuse);
+    if (!problem.isEmpty())
+        showBox(this, QMessageBox::Warning, tr("VelmoraMailConverter"), QLatin1Char('\n') + problem);
+    return problem.isEmpty();
+}
+
+bool QConverterMainWindow::mayReplace(const QString &name)
+{
+    QMessageBox question(QMessageBox::Warning, tr("VelmoraMailConverter"),
+                         tr("\n%1 already exists at this location. Do you want to replace it?").arg(name),
+                         QMessageBox::Yes | QMessageBox::No, this);
+    question.setDefaultButton(QMessageBox::No);
+    if (QStorageInfo(saveDir).bytesAvailable() < tickedBytes())
+        question.setInformativeText(
+            tr("The old bundle is kept until the new one is whole, and there may not be the "
+               "space for both. Removing the old one first would help."));
+    const int answer = question.exec();
+    if (answer == QMessageBox::No)
+        OnSavingFiles();
+    return answer == QMessageBox::Yes;
 }
 
 namespace

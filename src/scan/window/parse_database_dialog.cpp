@@ -8,14 +8,39 @@
 #include "scan/default_location.h"
 #include "scan/message_saving_thread.h"
 #include "scan/store_kinds.h"
+#include "scan/window/store_drop.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QUrl>
 
 namespace
 {
+constexpr int archiveClient = 5; ///< the client whose store is an .olm file
+
+// The toolkit's side bar with the client's places on this system, the user's home and the disks. Stores lie in hidden
+// folders more often than not.
+void showUsualPlaces(QFileDialog *dialog, const StoreKind &kind)
+{
+    QList<QUrl> places;
+    const QStringList paths =
+        usualPlaces(kind, QDir::homePath()) + QStringList{QDir::homePath(), QDir::rootPath()};
+    for (const QString &place : paths)
+        places.append(QUrl::fromLocalFile(place));
+    dialog->setSidebarUrls(places);
+    dialog->setFilter(dialog->filter() | QDir::Hidden);
+}
+
+QString chosenIn(QFileDialog *dialog)
+{
+    return dialog->exec() == QDialog::Accepted ? dialog->selectedFiles().value(0) : QString();
+}
+
 const StoreKind &kindAt(int index)
 {
     const StoreKind *kind = findStoreKind(index);
@@ -31,9 +56,18 @@ QParseDatabase::QParseDatabase(QWidget *parent) : QWidget(parent, Qt::Sheet)
     textEdit_FileSelected->resize(textEdit_FileSelected->width() - fitToText(browseConverterButton),
                                   textEdit_FileSelected->height());
     for (const StoreKind &kind : storeKinds())
-        comboBoxForClientList->addItem(QLatin1String(kind.label));
+        comboBoxForClientList->addItem(QCoreApplication::translate("BrowseWindow", kind.label));
     comboBoxForClientList->setMaxVisibleItems(comboBoxForClientList->count());
+    label_4->installEventFilter(this);
+    takeDroppedStores(this, [this](const QString &path) { chooseStore(path); });
     ConnectSignals();
+}
+
+bool QParseDatabase::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == label_4 && event->type() == QEvent::MouseButtonRelease)
+        StartButton->click();
+    return QWidget::eventFilter(watched, event);
 }
 
 void QParseDatabase::ConnectSignals()
@@ -62,13 +96,18 @@ void QParseDatabase::fillDefaultLocation()
     showSelectedFile();
 }
 
-// What is shown and what would be scanned always agree: where nothing is filled in, nothing is selected.
+// Where the client has no default location, nothing is selected.
 void QParseDatabase::ChangeSourceLineEdit(int index)
 {
     m_selectedFile.clear();
     showSelectedFile();
     if (kindAt(index).defaultLocation)
         fillDefaultLocation();
+    if (!m_dropped.isEmpty() && kindAt(index).browse == BrowseFor::Folder) {
+        m_selectedFile = m_dropped; // a folder dropped before its client was chosen
+        m_dropped.clear();
+        showSelectedFile();
+    }
     pMessageSavingThread->m_mailClientIndex = index;
 }
 
@@ -98,20 +137,49 @@ void QParseDatabase::OpenFileDialogForSelectMailClient()
 // A dialog that is left without a choice brings the client's default location back.
 void QParseDatabase::browseForFolder()
 {
-    m_selectedFile =
-        QFileDialog::getExistingDirectory(this, tr("Open Directory"), QStringLiteral("/"),
-                                          QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
+    QFileDialog dialog(this, tr("Open Directory"), QStringLiteral("/"));
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOptions(QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
+    showUsualPlaces(&dialog, kindAt(globalVarForCurrentIndex));
+    m_selectedFile = chosenIn(&dialog);
     if (m_selectedFile.isEmpty())
         fillDefaultLocation();
     else
-        showSelectedFile();
+        showChosen();
 }
 
+// Left without a choice, the line goes on showing the file that was chosen before, though it is selected no more.
 void QParseDatabase::browseForFile()
 {
-    m_selectedFile = QFileDialog::getOpenFileName(this, tr("All Files"));
+    QFileDialog dialog(this, tr("All Files"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    showUsualPlaces(&dialog, kindAt(globalVarForCurrentIndex));
+    m_selectedFile = chosenIn(&dialog);
     if (!m_selectedFile.isEmpty())
-        showSelectedFile();
+        showChosen();
+}
+
+// What comes next is Start.
+void QParseDatabase::showChosen()
+{
+    showSelectedFile();
+    StartButton->setFocus();
+}
+
+void QParseDatabase::chooseStore(const QString &path)
+{
+    const int client = comboBoxForClientList->currentIndex();
+    if (QFileInfo(path).isFile())
+        comboBoxForClientList->setCurrentIndex(archiveClient);
+    else if (client == archiveClient)
+        comboBoxForClientList->setCurrentIndex(0);
+    globalVarForCurrentIndex = comboBoxForClientList->currentIndex();
+    m_selectedFile = path;
+    showChosen();
+    if (globalVarForCurrentIndex != 0)
+        return;
+    m_dropped = path;
+    comboBoxForClientList->setFocus();
 }
 
 void QParseDatabase::StartFormatConversion()

@@ -13,6 +13,10 @@ class QParseDatabase : public QWidget, private Ui_BrowseWindow
 public:
     explicit QParseDatabase(QWidget *parent);
 
+    /// Chooses a store by its path: an .olm file with its client; a folder for the client that is chosen, or that is
+    /// chosen next.
+    void chooseStore(const QString &path);
+
 public slots:
     void ChangeSourceLineEdit(int index);
     void SourceLocationOfFile();
@@ -21,6 +25,8 @@ public slots:
     void closeEvent();
 
 protected:
+    /// A click on the word beside the Start button is one on the button.
+    bool eventFilter(QObject *watched, QEvent *event) override;
     /// The window manager's close box acts as the Close button.
     void closeEvent(QCloseEvent *event) override;
     /// Enter presses the button with the focus or the default one, Escape leaves, as in any dialog.
@@ -33,4 +39,7 @@ private:
     void OpenFileDialogForSelectMailClient();
     void browseForFolder();
     void browseForFile();
+    void showChosen();
+
+    QString m_dropped; ///< a folder that waits for its client
 };

@@ -20,6 +20,14 @@ namespace
 const QPoint selectionPlace(200, 220); ///< of the selection dialog, inside the main window
 }
 
+void QConverterMainWindow::takeDroppedStore(const QString &path)
+{
+    if (!m_pParseDatabase->isVisible())
+        OnOpenFile();
+    if (m_pParseDatabase->isVisible())
+        m_pParseDatabase->chooseStore(path);
+}
+
 void QConverterMainWindow::ShowParseWindow()
 {
     m_pParseDatabase->move(mapToGlobal(selectionPlace));
@@ -51,8 +59,8 @@ void QConverterMainWindow::OnOpenFile()
     const QString question =
         tr("Current scan information will be discarded if you select another mailbox. Do "
            "you want to continue?");
-    if (QMessageBox::warning(this, tr("VelmoraMailConverter"), question,
-                             QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+    if (QMessageBox::warning(this, tr("VelmoraMailConverter"), question, QMessageBox::Yes | QMessageBox::No,
+                             QMessageBox::No) != QMessageBox::Yes)
         return;
     bParseDatabase = false;
     discardView();

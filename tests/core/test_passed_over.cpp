@@ -1,0 +1,54 @@
+#include "app/passed_over.h"
+#include "data_table.h"
+#include "scan_run.h"
+
+namespace
+{
+const QByteArray mbox = "From a Mon b\nSubject: s\n\ntext\n";
+const QByteArray mail = "From: a@b\nSubject: s\n\ntext\n";
+} // namespace
+
+class TestPassedOver : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void files_data()
+    {
+        // "told": lines "reason: path below the store"
+        const DataTable row([](int client, const FileMap &files, const QStringList &told, int others) {
+            ScanRun run(client);
+            run.write(files);
+            run.scan();
+            QStringList lines;
+            for (const PassedOverFile &file : passedOver.files())
+                lines.append(
+                    QString("%1: %2").arg(nameOf(file.reason), file.path.mid(run.path().size() + 1)));
+            lines.sort();
+            QCOMPARE(lines, told);
+            QCOMPARE(passedOver.otherFiles(), qint64(others));
+            takeUnread();
+        });
+        row("mbox: empty, no mail", 3, FileMap{{"Inbox", mbox}, {"empty", ""}, {"prefs.js", "x"}}, {}, 2);
+        row("mbox: names of other kinds", 3,
+            FileMap{{"Inbox", mbox}, {"a.mbox", mbox}, {"b.emlx", mbox}, {"c.emlx", "x"}},
+            {"excluded-name: a.mbox", "excluded-name: b.emlx"}, 1);
+        row("mbox: a blank at the end, beside its namesake", 3, FileMap{{"Inbox", mbox}, {"Inbox ", mbox}},
+            {"name: Inbox "}, 0);
+        row(".emlx: outside a mailbox, a part that nobody takes", 2,
+            FileMap{{"a.mbox/1.emlx", mail},
+                    {"2.emlx", mail},
+                    {"a.mbox/9.1.emlxpart", "x"},
+                    {"a.mbox/Info.plist", "x"}},
+            {"no-folder: 2.emlx", "part: a.mbox/9.1.emlxpart"}, 1);
+        row(".eml: one that refuses the store", 8, FileMap{{"stray.eml", mail}}, {"not-reached: stray.eml"},
+            0);
+        row("opera: accounts.ini is no other file", 10,
+            FileMap{{"accounts.ini", "x"}, {"a/1.mbs", mail}, {"a/x", "x"}}, {}, 1);
+    }
+
+    void files() { checkRow(); }
+};
+
+QTEST_GUILESS_MAIN(TestPassedOver)
+#include "test_passed_over.moc"
