@@ -58,8 +58,9 @@ OlmEntryPlace olmEntryPlace(const QString &name, qint64 position)
     const auto entry = placesOfEntry.constFind(keyOf(name));
     if (entry == placesOfEntry.constEnd())
         return {};
-    const auto behind = std::lower_bound(entry->begin(), entry->end(), position,
-                                         [](const OlmEntryPlace &place, qint64 at) { return place.offset < at; });
+    const auto behind =
+        std::lower_bound(entry->begin(), entry->end(), position,
+                         [](const OlmEntryPlace &place, qint64 at) { return place.offset < at; });
     return behind == entry->begin() ? *behind : *(behind - 1);
 }
 

@@ -31,10 +31,10 @@ bool sayProblems()
 
 void sayHowScanEnded(const Arguments &arguments, Outcome outcome)
 {
-    const bool said = sayProblems();
     if (outcome == Outcome::Nothing)
         say(QStringLiteral("Selected file is either invalid or empty: ") + arguments.store);
-    else if (outcome == Outcome::Stopped)
+    const bool said = sayProblems(); // the reason behind it
+    if (outcome == Outcome::Stopped)
         say(QStringLiteral("stopped while scanning ") + arguments.store);
     else if (outcome == Outcome::Ended && !said)
         say(QStringLiteral("the scan ended early: ") + arguments.store);

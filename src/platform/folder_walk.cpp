@@ -58,27 +58,46 @@ public:
     void enter(const QByteArray &folder)
     {
         struct stat info = {};
-        if (::stat(folder.constData(), &info) != 0)
+        if (::stat(folder.constData(), &info) != 0) {
+            tellUnreadable(folder, errno);
             return;
+        }
         const FolderId id{info.st_dev, info.st_ino};
         if (std::find(m_above.begin(), m_above.end(), id) != m_above.end())
             return;
         m_above.push_back(id);
         int error = 0;
         const std::vector<Entry> entries = entriesOf(folder, &error);
-        if (error != 0 && m_visit.unreadable)
-            m_visit.unreadable(QFile::decodeName(folder), qt_error_string(error));
+        if (error != 0)
+            tellUnreadable(folder, error);
         for (const Entry &entry : entries)
             take(folder == "/" ? folder + entry.name : folder + '/' + entry.name, entry.kind);
         m_above.pop_back();
     }
 
 private:
-    void take(const QByteArray &path, Kind kind)
+    void tellUnreadable(const QByteArray &folder, int error)
+    {
+        if (m_visit.unreadable)
+            m_visit.unreadable(QFile::decodeName(folder), qt_error_string(error));
+    }
+
+    // What an entry without a kind of its own is: a link, or an entry of a file system that tells no kinds.
+    Kind lookAt(const QByteArray &path) const
     {
         struct stat info = {};
-        if (kind == Kind::Unknown && ::stat(path.constData(), &info) == 0)
-            kind = S_ISDIR(info.st_mode) ? Kind::Folder : S_ISREG(info.st_mode) ? Kind::File : kind;
+        if (::stat(path.constData(), &info) != 0)
+            return Kind::Unknown;
+        if (!S_ISDIR(info.st_mode))
+            return S_ISREG(info.st_mode) ? Kind::File : Kind::Unknown;
+        const bool isLink = ::lstat(path.constData(), &info) == 0 && S_ISLNK(info.st_mode);
+        return isLink && !m_visit.followsFolderLinks ? Kind::Unknown : Kind::Folder;
+    }
+
+    void take(const QByteArray &path, Kind kind)
+    {
+        if (kind == Kind::Unknown)
+            kind = lookAt(path);
         const QString text = QFile::decodeName(path);
         if (kind == Kind::Unknown)
             return;

@@ -12,6 +12,8 @@ struct FolderVisit {
     std::function<void(const QString &path, bool isFolder)> oddName = nullptr;
     /// A folder that can't be read, and the system's reason. May be empty.
     std::function<void(const QString &path, const QString &error)> unreadable = nullptr;
+    /// False: a link that leads to a folder is passed over, so that the walk does not leave the folder it began in.
+    bool followsFolderLinks = true;
 };
 
 /// Walks a folder depth first, in the order of the file system, hidden entries too. Links are followed, but not one that

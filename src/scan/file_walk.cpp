@@ -3,6 +3,7 @@
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "scan/file_store_scan.h"
+#include "scan/no_data_reason.h"
 #include "scan/passed_over_scan.h"
 
 // The frame of the readers that search for files.
@@ -73,6 +74,7 @@ void QMessageSavingThread::takeFiles(const QStringList &paths,
 
 void QMessageSavingThread::emitNoData()
 {
+    reportNoData(false);
     emit NoDataIntoFile();
     emit OnIndivisibleProgressvalue(100);
     bStopFlag = true;

@@ -6,6 +6,8 @@
 #include "text/mbox_names.h"
 #include "text/mbox_separator.h"
 
+#include <QFileInfo>
+
 #include <cerrno>
 
 namespace
@@ -122,19 +124,17 @@ private:
 
 MailboxStart lookAtMailbox(const QString &path)
 {
-    constexpr std::string_view mark = "\xEF\xBB\xBF";
-    char bytes[8];
+    char bytes[lineStartBytes];
     ByteSource source = ByteSource::ofFile(path, sizeof bytes);
     const qint64 got = source.read(0, bytes, sizeof bytes);
-    reportReadError(path, source);
-    if (!source.isOpen() && (source.errorNumber() == 0 || source.errorNumber() == ENOENT))
+    const bool isMissing = source.errorNumber() == 0 || source.errorNumber() == ENOENT;
+    if (!source.isOpen() && (isMissing || QFileInfo(path).isDir()))
         return MailboxStart::NoFile;
+    reportReadError(path, source);
     if (!source.errorString().isEmpty())
         return MailboxStart::Unreadable;
-    std::string_view start(bytes, static_cast<size_t>(got));
-    if (start.substr(0, mark.size()) == mark)
-        start.remove_prefix(mark.size());
-    return start.substr(0, 5) == "From " ? MailboxStart::Separator : MailboxStart::Other;
+    return startsAsSeparator({bytes, static_cast<size_t>(got)}) ? MailboxStart::Separator
+                                                                : MailboxStart::Other;
 }
 
 bool GetAllFieldsForTree(const QString &path, const std::function<void(qint64, qint64)> &progress)

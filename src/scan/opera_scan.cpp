@@ -28,8 +28,6 @@ bool OperaScan::find()
     if (!messages)
         return false;
     listOfPathOfOnlyMbs = *messages;
-    if (messages->isEmpty())
-        return true;
     const std::optional<QStringList> accounts = ini.get();
     if (!accounts)
         return false;

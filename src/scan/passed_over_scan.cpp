@@ -46,11 +46,12 @@ void tellPassedOverFiles(const TakenFiles &taken)
             tellFile(path, taken);
     };
     visit.oddName = [&](const QString &path, bool isFolder) {
-        if (isFolder || path.endsWith(taken.suffix))
+        if (isFolder || path.endsWith(taken.suffix) || path.endsWith(partSuffix))
             passedOver.add(path, PassedOverReason::Name);
         else
             passedOver.addOther();
     };
     visit.unreadable = tellUnreadableFolder;
+    visit.followsFolderLinks = false; // as the search for the messages
     walkFolder(m_selectedFile, visit);
 }

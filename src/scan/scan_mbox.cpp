@@ -7,6 +7,7 @@
 #include "scan/folder_ids.h"
 #include "scan/mbox_index.h"
 #include "scan/mbox_tree_path.h"
+#include "scan/no_data_reason.h"
 #include "scan/passed_over_scan.h"
 #include "text/mbox_names.h"
 
@@ -19,7 +20,7 @@ void tellNoMailbox(MailboxStart start)
 {
     if (start == MailboxStart::Separator)
         passedOver.add(GetAllFilePathInStrList, PassedOverReason::ExcludedName);
-    else if (start == MailboxStart::Unreadable && mayBeMailbox(GetAllFilePathInStrList))
+    else if (start == MailboxStart::Unreadable)
         passedOver.add(GetAllFilePathInStrList, PassedOverReason::Unreadable);
     else
         passedOver.addOther();
@@ -35,16 +36,17 @@ void recordMailbox(const QString &entry)
 }
 } // namespace
 
-// Gathers every entry below the selected folder, folders and files alike. Paths are used trimmed, so that a file whose
-// name ends with a blank can't be reached, and must not stand for another.
+// Gathers every entry below the selected folder, folders and files alike. Paths are used trimmed, so that one that ends
+// with a blank can't be reached, and must not stand for another: the folder "Inbox " not for the mailbox "Inbox". What is
+// in such a folder has a path that does not change.
 void QMessageSavingThread::OnGetAllFileAndDir(const QString &path)
 {
     FolderVisit visit;
     visit.entry = [](const QString &entry, bool isFolder) {
-        if (!isFolder && entry.trimmed() != entry)
+        if (entry.trimmed() == entry)
+            AllFilePathInStrList.append(entry);
+        else if (!isFolder)
             passedOver.add(entry, PassedOverReason::Name);
-        else
-            AllFilePathInStrList.append(entry.trimmed());
     };
     visit.oddName = [](const QString &entry, bool) { passedOver.add(entry, PassedOverReason::Name); };
     visit.unreadable = tellUnreadableFolder;
@@ -72,6 +74,7 @@ void QMessageSavingThread::PostBoxFileSearch()
     bCheckFucntion = false;
     OnGetAllFileAndDir(m_selectedFile);
     if (!bCheckFucntion) {
+        reportNoData(true);
         emit OnIndivisibleProgressvalue(100);
         emit NoDataIntoFile();
         return;
@@ -82,8 +85,7 @@ void QMessageSavingThread::PostBoxFileSearch()
             return;
         GetAllFilePathInStrList = AllFilePathInStrList.at(nextItr);
         const bool mailbox = mayBeMailbox(GetAllFilePathInStrList);
-        setRunStep(
-            {QFileInfo(GetAllFilePathInStrList).fileName(), nextItr + 1, AllFilePathInStrList.size()});
+        setRunStep({QFileInfo(GetAllFilePathInStrList).fileName(), nextItr + 1, AllFilePathInStrList.size()});
         const MailboxStart start = lookAtMailbox(GetAllFilePathInStrList);
         const bool begins = start == MailboxStart::Separator;
         if (m_indexMessages && begins)
@@ -101,6 +103,7 @@ void QMessageSavingThread::PostBoxFileSearch()
     if (bStopFlag)
         return;
     if (!anyMailbox) {
+        reportNoData(true);
         emit NoDataIntoFile();
         return;
     }

@@ -129,7 +129,8 @@ private slots:
     {
         ScanRun run(opera);
         QCOMPARE(run.scan(), QStringList{"nothing"});
-        QVERIFY(!hasProblems());
+        QVERIFY(!takeUnread());
+        QCOMPARE(takeProblems(), QStringList("there is no file in it: " + run.path()));
         QVERIFY(QDir(run.path()).mkpath("store/a/1.mbs"));
         QCOMPARE(run.scan(), QStringList());
         QVERIFY(takeProblems().value(0).contains(run.path("store/a/1.mbs")));

@@ -27,6 +27,8 @@ private slots:
             lines.sort();
             QCOMPARE(lines, told);
             QCOMPARE(passedOver.otherFiles(), qint64(others));
+            QStringList taken = listOfPathOfOnlyForTree.paths();
+            QCOMPARE(taken.removeDuplicates(), 0);
             takeUnread();
         });
         row("mbox: empty, no mail", 3, FileMap{{"Inbox", mbox}, {"empty", ""}, {"prefs.js", "x"}}, {}, 2);
@@ -35,6 +37,8 @@ private slots:
             {"excluded-name: a.mbox", "excluded-name: b.emlx"}, 1);
         row("mbox: a blank at the end, beside its namesake", 3, FileMap{{"Inbox", mbox}, {"Inbox ", mbox}},
             {"name: Inbox "}, 0);
+        row("mbox: a folder with a blank at the end, beside a mailbox", 3,
+            FileMap{{"Inbox", mbox}, {"Inbox /Sub", mbox}}, {}, 0);
         row(".emlx: outside a mailbox, a part that nobody takes", 2,
             FileMap{{"a.mbox/1.emlx", mail},
                     {"2.emlx", mail},
@@ -48,6 +52,40 @@ private slots:
     }
 
     void files() { checkRow(); }
+
+    void reasons_data()
+    {
+        // "reason": what the only problem of a scan that finds nothing has
+        const DataTable row([](int client, const FileMap &files, const QString &reason) {
+            ScanRun run(client);
+            run.write(files);
+            QCOMPARE(run.scan(), QStringList("nothing"));
+            const QStringList problems = takeProblems();
+            QCOMPARE(problems.size(), 1);
+            QVERIFY2(problems.first().contains(reason), qPrintable(problems.first()));
+            QVERIFY(!takeUnread());
+        });
+        row("maildir", 3, FileMap{{"M/cur/1", mail}, {"M/new/2", mail}, {"a.mbox", ""}},
+            "1 message file(s) of a maildir");
+        row("plain .mbox files", 3, FileMap{{"a.mbox", mbox}, {"b.mbox", mbox}},
+            "2 mailbox file(s) named .mbox");
+        row("another client's files", 2, FileMap{{"x/1.mbs", mail}}, "/x/1.mbs");
+        row("the file that refuses the store", 8, FileMap{{"stray.eml", mail}}, "/stray.eml");
+    }
+
+    void reasons() { checkRow(); }
+
+    // The walk for the files passed over stays in the store.
+    void links()
+    {
+        ScanRun elsewhere(2);
+        elsewhere.write({{"1.emlx", mail}});
+        ScanRun run(2);
+        run.write({{"a.mbox/1.emlx", mail}});
+        QVERIFY(QFile::link(elsewhere.path(), run.path("link")));
+        run.scan();
+        QVERIFY(passedOver.files().empty());
+    }
 };
 
 QTEST_GUILESS_MAIN(TestPassedOver)

@@ -229,8 +229,8 @@ void QConverterMainWindow::OnNoDataIntoFile()
     endRun();
     m_pMySaveButton->setEnabled(false);
     m_pSaveAction->setEnabled(false);
-    showBox(nullptr, QMessageBox::Information, QString(),
-            withProblems(tr("\nSelected file is either invalid or empty."), takeProblems()));
+    showBox(nullptr, QMessageBox::Information, QString(), tr("\nSelected file is either invalid or empty."),
+            problemText(takeProblems()));
     bParseDatabaseClose = true;
     bParseDatabase = false;
     bStopFlag = false;

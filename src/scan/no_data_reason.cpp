@@ -1,0 +1,84 @@
+#include "scan/no_data_reason.h"
+
+#include "app/problem_log.h"
+#include "app/shared_state.h"
+#include "platform/folder_walk.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <iterator>
+
+namespace
+{
+struct OtherKind {
+    const char *nameEnd;  ///< null: any name
+    const char *inFolder; ///< the end of its folder's path, "" for any
+    const char *text;
+};
+
+// clang-format off
+//                            nameEnd   inFolder  text
+const OtherKind otherKinds[] {{nullptr, "/cur",   "message file(s) of a maildir"},
+                              {nullptr, "/new",   "message file(s) of a maildir"},
+                              {".mbox", "",       "mailbox file(s) named .mbox"},
+                              {".emlx", "",       ".emlx file(s)"},
+                              {".eml",  "",       ".eml file(s)"},
+                              {".mbs",  "",       ".mbs file(s)"},
+                              {".olm",  "",       ".olm file(s)"},
+                              {nullptr, "",       "file(s) without mail of this client"}};
+// clang-format on
+
+bool isOfKind(const QString &path, const OtherKind &kind)
+{
+    const QString folder = path.left(path.lastIndexOf(QLatin1Char('/')));
+    return (!kind.nameEnd || path.endsWith(QLatin1String(kind.nameEnd))) &&
+           folder.endsWith(QLatin1String(kind.inFolder));
+}
+
+struct FoundFiles {
+    qint64 count = 0;
+    QString example;
+};
+
+// The first row that has files, as the rows stand from what is told best to what is told if there is nothing else.
+QString whatIsThere(const QString &store)
+{
+    FoundFiles found[std::size(otherKinds)];
+    FolderVisit visit;
+    visit.entry = [&found](const QString &path, bool isFolder) {
+        if (isFolder)
+            return;
+        const auto kind = std::find_if(std::begin(otherKinds), std::end(otherKinds),
+                                       [&path](const OtherKind &row) { return isOfKind(path, row); });
+        FoundFiles &files = found[kind - std::begin(otherKinds)];
+        if (files.count++ == 0)
+            files.example = path;
+    };
+    visit.followsFolderLinks = false;
+    walkFolder(store, visit);
+    for (size_t i = 0; i < std::size(otherKinds); ++i)
+        if (found[i].count > 0)
+            return QStringLiteral("no mailbox of this client in it, but %1 %2: %3")
+                .arg(QString::number(found[i].count), QLatin1String(otherKinds[i].text), found[i].example);
+    return QStringLiteral("there is no file in it: ") + store;
+}
+} // namespace
+
+QString noDataReason(const QString &store, bool followsLinks)
+{
+    const QFileInfo info(store);
+    if (!info.exists())
+        return QStringLiteral("no such folder: ") + store;
+    if (!info.isDir())
+        return QStringLiteral("a folder is wanted, this is a file: ") + store;
+    if (info.isSymLink() && !followsLinks)
+        return QStringLiteral("this is a link, choose the folder that it leads to: ") + store;
+    return whatIsThere(store);
+}
+
+void reportNoData(bool followsLinks)
+{
+    if (!hasProblems())
+        reportProblem(noDataReason(m_selectedFile, followsLinks));
+}
