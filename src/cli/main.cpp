@@ -35,9 +35,10 @@ int run(const Arguments &arguments)
 int statusOfOutput(int status)
 {
     const bool failedBefore = std::ferror(stdout) != 0;
+    if (failedBefore)
+        std::fputc('\n', stdout); // what went wrong is forgotten by now: it goes wrong once more
     errno = 0;
-    const bool failed = std::fclose(stdout) != 0;
-    if (!failed && !failedBefore)
+    if (std::fclose(stdout) == 0 && !failedBefore)
         return status;
     const QString reason = errno != 0 ? QStringLiteral(": ") + qt_error_string(errno) : QString();
     say(QStringLiteral("standard output can't be written") + reason);

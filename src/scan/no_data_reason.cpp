@@ -3,6 +3,8 @@
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "platform/folder_walk.h"
+#include "scan/find_stores.h"
+#include "scan/store_kinds.h"
 
 #include <QFileInfo>
 
@@ -63,6 +65,18 @@ QString whatIsThere(const QString &store)
                 .arg(QString::number(found[i].count), QLatin1String(otherKinds[i].text), found[i].example);
     return QStringLiteral("there is no file in it: ") + store;
 }
+// The largest store that there is, of whatever client; "" without one.
+QString otherStore(const QString &path)
+{
+    const FoundStores found = findStores({path}, [] { return bStopFlag.load(); });
+    const auto largest = std::max_element(
+        found.stores.begin(), found.stores.end(),
+        [](const FoundStore &one, const FoundStore &other) { return one.bytes < other.bytes; });
+    if (largest == found.stores.end())
+        return QString();
+    return QStringLiteral("there is a store of %1, choose that client and %2")
+        .arg(QLatin1String(findStoreKind(largest->client)->label), largest->path);
+}
 } // namespace
 
 QString noDataReason(const QString &store, bool followsLinks)
@@ -70,10 +84,12 @@ QString noDataReason(const QString &store, bool followsLinks)
     const QFileInfo info(store);
     if (!info.exists())
         return QStringLiteral("no such folder: ") + store;
-    if (!info.isDir())
-        return QStringLiteral("a folder is wanted, this is a file: ") + store;
     if (info.isSymLink() && !followsLinks)
         return QStringLiteral("this is a link, choose the folder that it leads to: ") + store;
+    if (const QString other = otherStore(store); !other.isEmpty())
+        return other;
+    if (!info.isDir())
+        return QStringLiteral("a folder is wanted, this is a file: ") + store;
     return whatIsThere(store);
 }
 

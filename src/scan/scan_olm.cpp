@@ -5,6 +5,7 @@
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "scan/folder_ids.h"
+#include "scan/no_data_reason.h"
 #include "scan/olm_record.h"
 #include "scan/olm_walk.h"
 
@@ -100,6 +101,8 @@ void QMessageSavingThread::CreateFile()
         emitFinished();
         return;
     }
+    if (!hasProblems())
+        reportProblem(QStringLiteral("there is no message in it: ") + m_selectedFile);
     emitNoArchiveData();
 }
 
@@ -107,6 +110,7 @@ void QMessageSavingThread::CreateFile()
 void QMessageSavingThread::endWithoutArchive()
 {
     if (m_archive->errorNumber() == 0) {
+        reportNoData(true);
         emitNoArchiveData();
         return;
     }

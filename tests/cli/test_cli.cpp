@@ -193,7 +193,7 @@ private slots:
         process.start(qEnvironmentVariable("VELMORA_CONVERT"), {"scan", "--client", "3", "--json", store()});
         QVERIFY(process.waitForStarted());
         QTRY_VERIFY_WITH_TIMEOUT(holdsOpen(process, "Large"), 30000);
-        ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+        ::kill(static_cast<pid_t>(process.processId()), SIGTERM);
         QVERIFY(process.waitForFinished(120000));
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), 3);

@@ -69,7 +69,9 @@ private slots:
             "1 message file(s) of a maildir");
         row("plain .mbox files", 3, FileMap{{"a.mbox", mbox}, {"b.mbox", mbox}},
             "2 mailbox file(s) named .mbox");
-        row("another client's files", 2, FileMap{{"x/1.mbs", mail}}, "/x/1.mbs");
+        row("another client's files", 2, FileMap{{"x/1.mbx", mail}}, "/x/1.mbx");
+        row("another client's store", 2, FileMap{{"a", ""}, {"p/prefs.js", ""}, {"p/Mail/Inbox", mbox}},
+            "there is a store of Thunderbird (.mbox), choose that client and ");
         row("the file that refuses the store", 8, FileMap{{"stray.eml", mail}}, "/stray.eml");
     }
 
