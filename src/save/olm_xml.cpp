@@ -141,13 +141,12 @@ public:
 
     OlmMail read()
     {
-        int depth = 0;
-        do {
+        for (int depth = 0; !m_xml.hasError() && (depth > 0 || !m_xml.isEndElement());) {
             next();
             depth += m_xml.isStartElement() ? 1 : m_xml.isEndElement() ? -1 : 0;
             if (m_xml.isStartElement() && takeElement())
                 --depth;
-        } while (!m_xml.hasError() && depth > 0);
+        }
         if (m_xml.hasError())
             m_mail.error = m_xml.errorString();
         return m_mail;
