@@ -5,14 +5,14 @@
 /// Why a folder, or file, that was chosen for a client holds nothing for it.
 struct FolderAnswer {
     enum class Kind {
-        Missing,     ///< there is no such file or folder
-        Unreadable,  ///< `text` tells why
-        NotAFolder,  ///< a file, where the client keeps a folder
-        NotAFile,    ///< a folder, where the client keeps a file
-        OtherStore,  ///< `store` lies in it
-        Maildir,     ///< `path`: a folder of the form Maildir, which no client here reads
-        NamedMbox,   ///< `path`: a mailbox file with a name in ".mbox", which no reader takes
-        Mailboxes,   ///< `path`: a mailbox file of no client
+        Missing,    ///< there is no such file or folder
+        Unreadable, ///< `text` tells why
+        NotAFolder, ///< a file, where the client keeps a folder
+        NotAFile,   ///< a folder, where the client keeps a file
+        OtherStore, ///< `store` lies in it
+        Maildir,    ///< `path`: a folder of the form Maildir, which no client here reads
+        NamedMbox,  ///< `path`: a mailbox file with a name in ".mbox", which no reader takes
+        Mailboxes,  ///< `path`: a mailbox file of no client
         NoMail
     };
     Kind kind = Kind::NoMail;
