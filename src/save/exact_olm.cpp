@@ -16,7 +16,7 @@
 
 namespace
 {
-constexpr qint64 blockBytes = 57 * 4096; // whole lines of base64
+constexpr qint64 blockBytes = 57 * 1024; // whole lines of base64
 
 std::string_view view(const QByteArray &bytes)
 {
