@@ -574,6 +574,10 @@ Vorgang abgebrochen.</translation>
         <translation>Ausgelassen</translation>
     </message>
     <message>
+        <source>Changed</source>
+        <translation>Verändert</translation>
+    </message>
+    <message>
         <source>All folders</source>
         <translation>Alle Ordner</translation>
     </message>
@@ -610,12 +614,12 @@ Vorgang abgebrochen.</translation>
         <translation>Welche Postfächer ganz sind, sagt der Bericht.</translation>
     </message>
     <message>
-        <source>Changed: at least %1, see the report.</source>
-        <translation>Verändert: mindestens %1, siehe Bericht.</translation>
+        <source>Changed: %1, see the report.</source>
+        <translation>Verändert: %1, siehe Bericht.</translation>
     </message>
     <message>
-        <source>Changed: at least %1. Exact copies keep them as they are.</source>
-        <translation>Verändert: mindestens %1. Genaue Kopien lassen sie, wie sie sind.</translation>
+        <source>Changed: %1. Exact copies keep them as they are.</source>
+        <translation>Verändert: %1. Genaue Kopien lassen sie, wie sie sind.</translation>
     </message>
     <message>
         <source>The result was not read to its end again.</source>
