@@ -166,7 +166,7 @@ private:
             }
             ++m_result.emptyParts;
             reportProblem(
-                QStringLiteral("an attachment that is not in the archive was left out of its message: %1/%2")
+                Problem::tr("an attachment that is not in the archive was left out of its message: %1/%2")
                     .arg(m_archive->path(), link.url));
         }
     }

@@ -67,7 +67,7 @@ void QMailSaving::run()
         (this->*row->reader)();
     if (!saveLedger.addsUp())
         reportProblem(
-            QStringLiteral("the messages of this save don't add up, which is a fault of this program"));
+            Problem::tr("the messages of this save don't add up, which is a fault of this program"));
 }
 
 void QMailSaving::emitFinished()

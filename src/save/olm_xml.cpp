@@ -1,5 +1,7 @@
 #include "save/olm_xml.h"
 
+#include "app/problem_log.h"
+
 #include <QRegularExpression>
 #include <QTextCodec>
 #include <QXmlStreamReader>
@@ -254,6 +256,6 @@ OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size)
     if (start >= 0)
         return MailReader(archive, start, offset + size).read();
     OlmMail none;
-    none.error = QStringLiteral("there is no message");
+    none.error = Problem::tr("there is no message");
     return none;
 }

@@ -30,7 +30,7 @@ void QMessageSavingThread::tellPassedOver(TakenFiles taken, FileStep step, const
     if (step == FileStep::Unreadable)
         taken.unreadable = path;
     if (step == FileStep::WrongStore)
-        reportProblem(QStringLiteral("this file belongs to another client's store: ") + path);
+        reportProblem(Problem::tr("this file belongs to another client's store: ") + path);
     tellPassedOverFiles(taken);
 }
 

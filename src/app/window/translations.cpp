@@ -5,6 +5,15 @@
 #include <QLocale>
 #include <QTranslator>
 
+namespace
+{
+/// Texts that reach the window from tables and files, named so that they stand among those to be translated.
+[[maybe_unused]] constexpr const char *textsFromElsewhere[] = {
+    QT_TRANSLATE_NOOP("AboutDlg", "Contact support"),
+    QT_TRANSLATE_NOOP("BrowseWindow", "Select Mail Client"),
+};
+} // namespace
+
 void installTranslations(QApplication *application)
 {
     const auto install = [application](const QString &name, const QString &folder) {
