@@ -204,6 +204,41 @@
     </message>
 </context>
 <context>
+    <name>PassedOver</name>
+    <message>
+        <source>can&apos;t be read</source>
+        <translation>nicht zu lesen</translation>
+    </message>
+    <message>
+        <source>its name can&apos;t be carried through</source>
+        <translation>der Name lässt sich nicht weitergeben</translation>
+    </message>
+    <message>
+        <source>begins as a mailbox, but has the name of something else</source>
+        <translation>beginnt wie ein Postfach, heißt aber anders</translation>
+    </message>
+    <message>
+        <source>lies in no mailbox</source>
+        <translation>liegt in keinem Postfach</translation>
+    </message>
+    <message>
+        <source>is compressed</source>
+        <translation>ist komprimiert</translation>
+    </message>
+    <message>
+        <source>is a part that belongs to no message</source>
+        <translation>ist ein Teil, der zu keiner Nachricht gehört</translation>
+    </message>
+    <message>
+        <source>was not reached</source>
+        <translation>wurde nicht erreicht</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+</context>
+<context>
     <name>PreferencesDialog</name>
     <message>
         <source>No address to ask for updates is set, so it is not known whether there are any. You have version %1.</source>
@@ -658,8 +693,14 @@ Das bisher Gesicherte liegt in </translation>
         <translation>nicht aufgeführt, kann nicht geöffnet werden: </translation>
     </message>
     <message>
-        <source>%1 message(s) in %2 folder(s).</source>
+        <source>Messages: %1, folders: %2.</source>
         <translation>Nachrichten: %1, Ordner: %2.</translation>
+    </message>
+    <message>
+        <source>
+Passed over: %1, see the details.</source>
+        <translation>
+Übergangen: %1, siehe Details.</translation>
     </message>
 </context>
 <context>

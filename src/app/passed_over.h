@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <vector>
@@ -42,6 +43,10 @@ public:
     /// Files of a reason that were not kept.
     qint64 beyond(PassedOverReason reason) const { return m_beyond[static_cast<size_t>(reason)]; }
     qint64 otherFiles() const { return m_otherFiles; }
+    /// All rows of all reasons, kept or not.
+    qint64 count() const;
+    /// "/mail/Inbox: can't be read" for each row that was kept, and how many more there are.
+    QStringList sentences() const;
 
 private:
     std::vector<PassedOverFile> m_files;
