@@ -128,9 +128,11 @@ LeftOutReason FileSaving::openFailure() const
 // The message stands in the mailbox, be it whole or not; so many of its lines start with "From ".
 void FileSaving::endMessage(qint64 fromLines)
 {
-    if (m_countedEnd > m_size && !m_flaw)
+    if (m_countedEnd > m_size && !m_flaw) {
         m_flaw = {LeftOutReason::Unreadable,
                   Problem::tr("shorter than its first line says: ") + m_place.path};
+        reportUnread(m_flaw->text);
+    }
     m_batch.addStrays(fromLines, m_place);
     if (m_flaw) {
         m_batch.addStrays(1, m_place); // the separator
