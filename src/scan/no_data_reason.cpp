@@ -65,14 +65,12 @@ QString whatIsThere(const QString &store)
                 .arg(QString::number(found[i].count), Problem::tr(otherKinds[i].text), found[i].example);
     return Problem::tr("there is no file in it: ") + store;
 }
-// The largest store that there is, of whatever client; "" without one.
+// Where there is a store of another client; "" without one.
 QString otherStore(const QString &path)
 {
     const FoundStores found = findStores({path}, [] { return bStopFlag.load(); });
-    const auto largest = std::max_element(
-        found.stores.begin(), found.stores.end(),
-        [](const FoundStore &one, const FoundStore &other) { return one.bytes < other.bytes; });
-    if (largest == found.stores.end())
+    const FoundStore *largest = largestStore(found);
+    if (!largest)
         return QString();
     return Problem::tr("there is a store of %1, choose that client and %2")
         .arg(QLatin1String(findStoreKind(largest->client)->label), largest->path);
