@@ -105,6 +105,37 @@ private slots:
         QCOMPARE(pane->verticalScrollBar()->value(), pane->verticalScrollBar()->maximum());
     }
 
+    // "/" opens a line in which each word must stand in sender or subject; Escape brings all rows back.
+    void filter()
+    {
+        WindowRobot &robot = scanned(
+            {{"Mail/In", message("Ann", "boats") + message("Ben", "Boats and ann") + message("Carl", "cars")},
+             {"Mail/Out", message("x", "y")}});
+        robot.clickFolder("Mail/In");
+        auto *line = robot.in<QLineEdit>(robot.window, "listFilter");
+        const auto shown = [&](const char *typed) {
+            QTest::keyClick(robot.list(), Qt::Key_Slash);
+            QTest::keyClicks(line, typed);
+            robot.settle();
+            QString rows;
+            for (int row = 0; row < robot.list()->topLevelItemCount(); ++row)
+                rows += robot.list()->topLevelItem(row)->isHidden() ? '-' : '+';
+            return rows;
+        };
+        QVERIFY(!line->isVisible());
+        QCOMPARE(shown("ANN bo"), QString("++-"));
+        QCOMPARE(shown("cars"), QString("--+"));
+        QTest::keyClick(line, Qt::Key_Down);
+        QVERIFY2(robot.header().startsWith("Carl"), qPrintable(robot.header()));
+        QTest::keyClick(robot.list(), Qt::Key_Escape);
+        QVERIFY(!line->isVisible());
+        robot.settle();
+        QVERIFY(!robot.list()->topLevelItem(0)->isHidden());
+        QCOMPARE(shown("b"), QString("++-"));
+        robot.clickFolder("Mail/Out");
+        QVERIFY(!line->isVisible() && !robot.list()->topLevelItem(0)->isHidden());
+    }
+
     // Record order in the first folder and in those listed later, until the user sorts.
     void orderOfRows()
     {
@@ -179,6 +210,12 @@ private slots:
             qInfo("%s: blocked for at most %lld ms", way, longest);
         }
         QCOMPARE(robot.statusCount(), QString::number(rows));
+        sinceTick.start();
+        timer.start(10);
+        QTest::keyClick(robot.list(), Qt::Key_Slash);
+        QTest::keyClicks(robot.in<QLineEdit>(robot.window, "listFilter"), "none");
+        QTRY_VERIFY(robot.list()->topLevelItem(rows - 1)->isHidden());
+        qInfo("filter: blocked for at most %lld ms", qMax(longest, sinceTick.elapsed()));
         QVERIFY2(longest < 500, QByteArray::number(longest)); // other tests run beside this one
     }
 

@@ -2,6 +2,7 @@
 
 #include "browse/window/folder_view.h"
 #include "browse/window/header_pane.h"
+#include "browse/window/list_filter.h"
 #include "browse/window/mail_view.h"
 #include "browse/window/row_item.h"
 
@@ -109,6 +110,7 @@ QTreeWidget *QConverterMainWindow::createMessageList()
     list->setMinimumWidth(listWidth);
     fitHeader(list->header(), caption, listWidth - 50 - 40);
     list->setItemDelegate(new RowDelegate(list));
+    new ListFilter(list);
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
     list->setAlternatingRowColors(true);
