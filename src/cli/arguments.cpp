@@ -208,7 +208,7 @@ QString helpOfOptions()
 QString helpOfClients()
 {
     QString text;
-    for (const StoreKind &kind : storeKinds())
+    for (const StoreKind &kind : storeKinds)
         if (kind.client > 0)
             text += QStringLiteral("  %1 %2  %3\n")
                         .arg(QLatin1String(kind.cliName), -12)

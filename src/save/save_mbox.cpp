@@ -9,7 +9,7 @@
 #include "save/outlook_bundle.h"
 #include "save/save_ledger.h"
 #include "save/ticked_items.h"
-#include "text/mbox_names.h"
+#include "text/mailbox_paths.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
