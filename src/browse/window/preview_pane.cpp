@@ -2,6 +2,7 @@
 
 #include "app/problem_log.h"
 #include "app/shared_state.h"
+#include "browse/olm_preview.h"
 #include "browse/window/mail_view.h"
 #include "dialogs/problem_text.h"
 
