@@ -174,39 +174,41 @@ QString fromQuotedPrintable(std::string_view body, size_t characters, const QStr
     return textOf(QDecode(joinedLines(body, characters)), codecOfCharset(charset));
 }
 
-QString htmlText(const WalkedMessage &message, std::string_view text, const PreviewDialect &dialect)
+QString htmlText(const WalkedMessage &message, size_t ulCurrentFileSize, const PreviewDialect &dialect)
 {
     const std::string_view body = *message.body;
+    const std::string_view text = body.substr(0, ulCurrentFileSize);
     const QString utf8 = QStringLiteral("utf-8");
     // The blank line that opens the body is no mark.
-    const size_t mark = lastMark(text, text.size(), 1, dialect.cuts);
-    const size_t cut = std::min(mark, text.size());
+    const size_t iCounter = std::min(lastMark(text, text.size(), 1, dialect.cuts), text.size());
     if (containsAny(message.Base, dialect.base64)) {
         if (!dialect.cutsBase64Again)
-            return fromBase64(body.substr(0, cut), message.charset == utf8);
+            return fromBase64(body.substr(0, iCounter), message.charset == utf8);
         const QString charset =
             message.charset.endsWith(QLatin1Char('\n')) ? withoutFeeds(message.charset) : message.charset;
-        const size_t boundary = lastMark(text, cut, 2, {"\n\n--", "\r\n--"});
+        const size_t boundary = lastMark(text, iCounter, 2, {"\n\n--", "\r\n--"});
         return fromBase64(body.substr(0, std::min(boundary, text.size())),
                           charset == utf8 || charset == QLatin1String("UTF-8"));
     }
     if (containsAny(message.Base, dialect.quotedPrintable)) {
         const bool hasFeed = message.charset.contains(QLatin1Char('\n'));
-        return fromQuotedPrintable(body, cut, hasFeed ? withoutBlanks(message.charset) : message.charset);
+        return fromQuotedPrintable(body, iCounter,
+                                   hasFeed ? withoutBlanks(message.charset) : message.charset);
     }
-    return latin1UpToZero(bytesOf(body.substr(0, cut)));
+    return latin1UpToZero(bytesOf(body.substr(0, iCounter)));
 }
 
 // Plain text is not cut at a boundary.
-QString plainText(const WalkedMessage &message, std::string_view text, const PreviewDialect &dialect)
+QString plainText(const WalkedMessage &message, size_t ulCurrentFileSize, const PreviewDialect &dialect)
 {
+    const std::string_view text = message.body->substr(0, ulCurrentFileSize);
     if (containsAny(message.Base, dialect.base64)) {
         const bool hasFeed = message.charset.endsWith(QLatin1Char('\n'));
         const QString charset = hasFeed ? withoutBlanks(message.charset) : message.charset;
         return fromBase64(text, charset == QLatin1String("utf-8"));
     }
     if (containsAny(message.Base, dialect.quotedPrintable))
-        return fromQuotedPrintable(*message.body, text.size(), message.charset);
+        return fromQuotedPrintable(*message.body, ulCurrentFileSize, message.charset);
     return latin1UpToZero(bytesOf(text));
 }
 } // namespace
@@ -224,6 +226,7 @@ QString bodyText(const WalkedMessage &message, const PreviewDialect &dialect)
 {
     if (!message.body)
         return {};
-    const std::string_view text = message.body->substr(0, endOfText(*message.body, dialect));
-    return message.bHtmlFileFound ? htmlText(message, text, dialect) : plainText(message, text, dialect);
+    const size_t ulCurrentFileSize = endOfText(*message.body, dialect);
+    return message.bHtmlFileFound ? htmlText(message, ulCurrentFileSize, dialect)
+                                  : plainText(message, ulCurrentFileSize, dialect);
 }

@@ -42,8 +42,8 @@ size_t nextStart(std::string_view text, size_t from, size_t to, Starts starts)
     return std::min(static_cast<size_t>(found - text.data()), to);
 }
 
-// The next place of a byte. The positions asked for must not fall, so that a message is searched once however
-// many patterns stand on one line.
+// Finds the next place of a byte: in "a=b;c" NextByte(text, '=')(0) is 1. What is found is kept until the positions that are
+// asked for, which must not fall, have passed it: a message is searched once however many patterns stand on one line.
 class NextByte
 {
 public:
@@ -72,6 +72,9 @@ private:
 
 class MessageWalk
 {
+    using Encoding = PreviewDialect::Encoding;
+    using Names = PreviewDialect::Names;
+
 public:
     MessageWalk(std::string_view source, const PreviewDialect &dialect)
         : m_source(source), m_measured(source.substr(0, source.find('\0'))), m_dialect(dialect)
@@ -81,7 +84,7 @@ public:
     WalkedMessage run()
     {
         walk();
-        if (m_dialect.ownsFile)
+        if (m_dialect.endsAtText)
             takeRemainingNames();
         if (m_charsetAt != npos)
             m_walked.charset = charsetText(lineAt(m_source, m_charsetAt));
@@ -114,7 +117,7 @@ private:
     {
         switch (m_source[m_at]) {
         case 'c':
-            if (m_dialect.ownsFile && isAt(charsetMark))
+            if (m_dialect.charsetAnywhere && isAt(charsetMark))
                 takeCharset();
             return true;
         case 'C':
@@ -126,7 +129,7 @@ private:
             return true;
         default:
             if (isAt(nameMark))
-                m_dialect.ownsFile ? takeNameOfFile() : takeNameInMailbox();
+                m_dialect.names == Names::InHeader ? takeNameInHeader() : takeNameQuotedOrNot();
             return true;
         }
     }
@@ -136,12 +139,10 @@ private:
     {
         if (!isAt(encodingHeader))
             return;
-        if (m_dialect.ownsFile ? !m_plainEncoding : !m_inSections)
+        if (m_dialect.outerEncoding == Encoding::UntilPlainText ? !m_plainEncoding : !m_inSections)
             m_encodingAt = m_at;
-        if (m_dialect.ownsFile && !m_quotedPrintable && isAt(quotedPrintableHeader)) {
-            m_quotedPrintable = true;
-            m_encodingAt = m_at;
-        }
+        if (m_dialect.capitalsCount && BaseFieldValue == npos && isAt(quotedPrintableHeader))
+            m_encodingAt = BaseFieldValue = m_at;
     }
 
     bool testSectionStart()
@@ -149,7 +150,7 @@ private:
         for (const SectionPattern &pattern : m_dialect.sections)
             if (isAt(pattern.text) && !(pattern.beforeHtmlOnly && m_walked.bHtmlFileFound))
                 return takeSection(pattern.section);
-        if (!m_dialect.ownsFile || !isAt(applicationPart))
+        if (!m_dialect.endsAtText || !isAt(applicationPart))
             return true;
         m_walked.bHtmlFileFound = true;
         return false;
@@ -157,7 +158,7 @@ private:
 
     bool takeSection(Section section)
     {
-        const bool isSecondPlain = section == Section::Plain && m_plainSeen && m_dialect.ownsFile;
+        const bool isSecondPlain = section == Section::Plain && m_plainSeen && m_dialect.endsAtText;
         if (section == Section::Html || isSecondPlain)
             m_walked.bHtmlFileFound = true;
         if (isSecondPlain)
@@ -165,7 +166,7 @@ private:
         m_inSections = true;
         m_plainSeen = m_plainSeen || section == Section::Plain;
         scanSection(section);
-        return section == Section::Plain || !m_dialect.ownsFile;
+        return section == Section::Plain || !m_dialect.endsAtText;
     }
 
     // From the section's first line to its blank line, or to the end of the message.
@@ -196,7 +197,7 @@ private:
         const bool isFirstSpelling = isAt(encodingHeader);
         if (!isFirstSpelling && (other.empty() || !isAt(other)))
             return;
-        const bool onlyFirst = !isFirstSpelling || (isHtml && m_dialect.firstHtmlEncoding);
+        const bool onlyFirst = !isFirstSpelling || (isHtml && m_dialect.keepsFirstEncoding);
         if (onlyFirst && m_htmlEncoding)
             return;
         (isHtml ? m_htmlEncoding : m_plainEncoding) = true;
@@ -211,20 +212,22 @@ private:
             m_charsetAt = m_at;
     }
 
+    // Only of several "CC:" the last one counts.
     void takeField(const FieldPattern &pattern)
     {
-        std::optional<std::string_view> &value = m_walked.fields[static_cast<size_t>(pattern.field)];
-        if (!isAt(pattern.name) || (value && pattern.field != Field::CC))
+        WalkedMessage::Value &value = m_walked.*pattern.value;
+        if (!isAt(pattern.name) || (value && &value != &m_walked.CCFieldValue))
             return;
-        const size_t start = m_at + pattern.name.size();
-        const size_t end = headerEnd(m_at + 1);
-        value = end > start ? m_source.substr(start, end - start) : std::string_view();
+        const size_t length = FieldValueInEmlFile(m_at);
+        const size_t name = pattern.name.size() - 1;
+        value = length > name ? m_source.substr(m_at + 1 + name, length - name) : std::string_view();
     }
 
-    // The end of the header line that `start` is in, folded lines included. Headers are measured on the bytes
-    // up to the message's first zero byte; behind it nothing is read.
-    size_t headerEnd(size_t start) const
+    // The length of the header that begins behind the line feed at a position, folded lines included. Headers are
+    // measured on the bytes up to the message's first zero byte; behind it nothing is read.
+    size_t FieldValueInEmlFile(size_t feedBefore) const
     {
+        const size_t start = feedBefore + 1;
         size_t end = start;
         while (end < m_measured.size()) {
             const size_t feed = m_measured.find('\n', end);
@@ -232,7 +235,7 @@ private:
             if (end == m_measured.size() || (m_measured[end] != ' ' && m_measured[end] != '\t'))
                 break;
         }
-        return end;
+        return end - start;
     }
 
     // The end of the line at the position, as text: behind its line feed, or at a zero byte before it.
@@ -245,17 +248,17 @@ private:
             if (m_at >= m_source.size())
                 return;
             if (isAt(nameMark))
-                takeNameOfFile();
+                takeNameInHeader();
         }
     }
 
     // The text between quotation marks on the header line and its folds, measured from the byte behind the
     // position; else what the line holds up to a further "filename=".
-    void takeNameOfFile()
+    void takeNameInHeader()
     {
-        m_walked.nameLines = 1;
+        m_walked.FilenameValue = true;
         if (m_at + 1 >= m_foldedEnd)
-            m_foldedEnd = headerEnd(m_at + 1);
+            m_foldedEnd = m_at + 1 + FieldValueInEmlFile(m_at);
         const size_t open = m_quote(m_at + 1);
         if (open < m_foldedEnd) {
             const size_t close = std::min(m_secondQuote(open + 1), m_foldedEnd);
@@ -269,12 +272,11 @@ private:
 
     // A quotation mark directly behind "filename=" is closed by the next one, on whatever line; without it the
     // name goes up to a further "=". The two forms have a line of the header pane each.
-    void takeNameInMailbox()
+    void takeNameQuotedOrNot()
     {
         const size_t start = m_at + nameMark.size();
         const bool isQuoted = m_source[start] == '"';
-        (isQuoted ? m_quotedName : m_plainName) = true;
-        m_walked.nameLines = m_quotedName + m_plainName;
+        (isQuoted ? m_walked.FilenameValue : m_walked.FilenameValue1) = true;
         if (isQuoted)
             appendName(start + 1, std::min(m_secondQuote(start + 1), m_zero(start)), EmptyName::Kept);
         else
@@ -328,9 +330,7 @@ private:
     bool m_plainSeen = false;
     bool m_plainEncoding = false; ///< a plain section has taken an encoding
     bool m_htmlEncoding = false;  ///< likewise an HTML section
-    bool m_quotedPrintable = false;
-    bool m_quotedName = false;
-    bool m_plainName = false;
+    size_t BaseFieldValue = npos; ///< where the encoding in capitals stands
     size_t m_nameBytes = 0;
     size_t m_foldedEnd = 0; ///< end of the folded header that the last name was found in
 

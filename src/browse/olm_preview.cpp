@@ -3,7 +3,6 @@
 #include "app/olm_records.h"
 #include "app/problem_log.h"
 #include "app/shared_state.h"
-#include "browse/preview.h"
 #include "platform/byte_source.h"
 #include "text/codecs.h"
 #include "text/date_rules.h"
@@ -13,7 +12,8 @@
 
 namespace
 {
-std::vector<HeaderLine> headerOf(const MailMLRC &record)
+// The lines of the header pane.
+std::vector<HeaderLine> MessageFieldsForThePreview(const MailMLRC &record)
 {
     std::vector<HeaderLine> header;
     const auto append = [&](const QByteArray &field, const char *label, const QString &text,
@@ -50,6 +50,12 @@ QByteArray readBody(const MailMLRC &record)
     body.truncate(static_cast<int>(taken));
     return body;
 }
+
+// The body as it goes to the web view.
+QString OnWebViewForOlmFileInHTML(const MailMLRC &record)
+{
+    return olmBodyHtml(readBody(record));
+}
 } // namespace
 
 QString olmBodyHtml(QByteArray body)
@@ -65,7 +71,7 @@ std::optional<PreviewText> previewOfOlmMessage(const QString &bodyOffset, const 
     if (!record)
         return std::nullopt;
     PreviewText preview;
-    preview.header = headerOf(*record);
-    preview.html = olmBodyHtml(readBody(*record));
+    preview.header = MessageFieldsForThePreview(*record);
+    preview.html = OnWebViewForOlmFileInHTML(*record);
     return preview;
 }

@@ -56,29 +56,34 @@ QString dateText(std::string_view value, ZoneNames zones)
     return date.isEmpty() ? QString() : QStringLiteral("Date: ") + displayDate(date, zones);
 }
 
+// "Cc: a@example.com, b@example.com"
+QString recipientsText(std::string_view value, const char *shown, const char *label)
+{
+    return decodeRecipients(QLatin1String(shown) + lineText(value), QLatin1String(label));
+}
+
 std::vector<HeaderLine> headerLines(const WalkedMessage &message, const PreviewDialect &dialect)
 {
     std::vector<HeaderLine> lines;
-    if (const auto &value = message.field(Field::From))
+    if (const auto &value = message.FromFieldValue)
         lines.push_back(
             {decodeSender(QStringLiteral("From:") + lineText(*value), {}, dialect.headers), true});
-    if (const auto &value = message.field(Field::To))
-        lines.push_back({decodeRecipients(QStringLiteral("To:") + lineText(*value), QStringLiteral("To: "))});
-    if (const auto &value = message.field(Field::Cc))
-        lines.push_back(
-            {decodeRecipients(QStringLiteral("Cc: ") + lineText(*value), QStringLiteral("Cc: "))});
-    if (const auto &value = message.field(Field::CC))
-        lines.push_back(
-            {decodeRecipients(QStringLiteral("CC: ") + lineText(*value), QStringLiteral("CC: "))});
-    if (const auto &value = message.field(Field::Subject))
+    if (const auto &value = message.ToFieldValue)
+        lines.push_back({recipientsText(*value, "To:", "To: ")});
+    if (const auto &value = message.CcFieldValue)
+        lines.push_back({recipientsText(*value, "Cc: ", "Cc: ")});
+    if (const auto &value = message.CCFieldValue)
+        lines.push_back({recipientsText(*value, "CC: ", "CC: ")});
+    if (const auto &value = message.SubjectFieldValue)
         lines.push_back({subjectText(*value, dialect.headers)});
-    if (const auto &value = message.field(Field::Date))
+    if (const auto &value = message.DateFieldValue)
         lines.push_back({dateText(*value, dialect.zones)});
-    if (const auto &value = message.field(Field::Bcc))
+    if (const auto &value = message.BccFieldValue)
         lines.push_back({QStringLiteral("\nBcc: ") + lineText(*value)});
     const QString names = QStringLiteral("\nAttachments: ") + message.names.join(dialect.nameSeparator);
-    for (int i = 0; i < message.nameLines; ++i)
-        lines.push_back({names});
+    for (const bool isShown : {message.FilenameValue, message.FilenameValue1})
+        if (isShown)
+            lines.push_back({names});
     return lines;
 }
 } // namespace

@@ -26,6 +26,3 @@ PreviewText previewOfBytes(std::string_view bytes, const PreviewDialect &dialect
 PreviewText previewOfFile(const QString &path);
 /// A message inside a mailbox file; offset and length in bytes, decimal text (OnWebViewForMboxFileInHTML).
 PreviewText previewOfMailboxMessage(const QString &path, const QString &offset, const QString &length);
-/// A message of the .olm file m_selectedFile: the first record with this body offset and body size in bytes,
-/// decimal text. Nothing if there is none.
-std::optional<PreviewText> previewOfOlmMessage(const QString &bodyOffset, const QString &bodySize);

@@ -1,22 +1,16 @@
 #pragma once
 
+#include "browse/walked_message.h"
 #include "text/date_rules.h"
 
-#include <QString>
-
-#include <string_view>
 #include <vector>
 
 struct HeaderDialect;
 
-/// The headers that a preview shows. "Cc:" and "CC:" are told apart.
-enum class Field { From, To, Subject, Cc, CC, Bcc, Date };
-constexpr int fieldCount = 7;
-
 /// Where a header is looked for. `name` is the line feed before it, its name and the colon.
 struct FieldPattern {
     std::string_view name;
-    Field field;
+    WalkedMessage::Value WalkedMessage::*value;
     bool inSection; ///< also between the start of a text section and its blank line
 };
 
@@ -28,20 +22,23 @@ struct SectionPattern {
     bool beforeHtmlOnly = false; ///< not once an HTML section has been found
 };
 
-/// What differs between the two previews: a message that fills a file, and a message in a mailbox. Each member
-/// exists because the rows differ in it.
+/// What differs between the two previews: a message that fills a file, and a message in a mailbox.
 struct PreviewDialect {
+    enum class Encoding { UntilPlainText, BeforeText };
+    enum class Names { InHeader, QuotedOrNot };
+
     // ---- the walk over the message ----
     std::vector<FieldPattern> fields;
     std::vector<SectionPattern> sections;
-    bool ownsFile; ///< an HTML section, a second plain one or an application part ends the walk, names of
-        ///< attachments are then looked for in the rest; outside sections a charset is taken, and an
-        ///< encoding until a plain section has one. Otherwise the last text section counts, and an
-        ///< encoding is taken outside only before the first section
-    std::string_view
-        htmlEncoding; ///< second spelling of the encoding's header in an HTML section, "" if none
-    std::string_view plainEncoding; ///< likewise in a plain section
-    bool firstHtmlEncoding;         ///< HTML sections take the message's first encoding only
+    bool endsAtText;      ///< an HTML text, a second plain one and an application part end it, but for names
+    bool charsetAnywhere; ///< a charset counts outside the texts as well
+    Encoding
+        outerEncoding; ///< an encoding counts outside the texts: until a plain one has its own; or before all
+    bool capitalsCount;      ///< the first "Content-Transfer-Encoding: QUOTED-PRINTABLE" counts in any case
+    bool keepsFirstEncoding; ///< a later HTML text does not change the message's encoding
+    std::string_view htmlEncoding;  ///< second spelling of the encoding's header in an HTML text, "" if none
+    std::string_view plainEncoding; ///< likewise in a plain one
+    Names names; ///< an attachment's name is quoted anywhere in the header; or directly, else up to a "="
     // ---- the header pane ----
     const HeaderDialect &headers;
     ZoneNames zones;
@@ -50,11 +47,10 @@ struct PreviewDialect {
     bool endsAtMessage;                 ///< a part that is a message ends the text
     bool endsAtPropertyList;            ///< the text ends behind the first line of an XML property list
     std::vector<std::string_view> cuts; ///< an HTML text is cut at the last of these
-    bool cutsBase64Again;               ///< base64 in HTML is cut at a boundary of its own
+    bool cutsBase64Again; ///< base64 in HTML is cut at a boundary of its own, and "UTF-8" is known too
     // ---- decoding ----
     std::vector<QString> base64;          ///< spellings of the encoding
     std::vector<QString> quotedPrintable; ///< likewise
-    bool cleansHtmlCharset; ///< base64 in HTML: the charset's newline goes, "UTF-8" is known too
 };
 
 extern const PreviewDialect filePreview;

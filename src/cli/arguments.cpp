@@ -1,5 +1,7 @@
 #include "cli/arguments.h"
 
+#include "save/writers.h"
+
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
@@ -73,18 +75,32 @@ QString absolutePath(const QString &path)
 }
 
 // The bundle that --to names, checked against what the target dialog would offer for the client.
+constexpr bool isOffered(const StoreKind &kind, const Bundle &bundle)
+{
+    return kind.targets == Targets::Both ||
+           kind.targets == (&bundle == &appleBundle ? Targets::AppleMail : Targets::Outlook);
+}
+
+constexpr bool clientsHaveTheirWriters()
+{
+    for (const StoreKind &kind : storeKinds)
+        for (const Bundle *bundle : {&outlookBundle, &appleBundle})
+            if (isOffered(kind, *bundle) && !findWriter(kind.store->kindFlag, *bundle))
+                return false;
+    return true;
+}
+static_assert(clientsHaveTheirWriters(), "what a client offers can be written");
+
 QString chooseTarget(const QCommandLineParser &parser, Arguments *arguments)
 {
-    const Targets offered = arguments->kind->targets;
-    arguments->toAppleMail = offered == Targets::AppleMail;
+    arguments->bundle = isOffered(*arguments->kind, outlookBundle) ? &outlookBundle : &appleBundle;
     if (!parser.isSet(QStringLiteral("to")))
         return {};
     const QString target = parser.value(QStringLiteral("to"));
     if (target != QLatin1String("outlook") && target != QLatin1String("apple-mail"))
         return QStringLiteral("unknown target: ") + target;
-    arguments->toAppleMail = target == QLatin1String("apple-mail");
-    if (offered != Targets::Both &&
-        offered != (arguments->toAppleMail ? Targets::AppleMail : Targets::Outlook))
+    arguments->bundle = target == QLatin1String("apple-mail") ? &appleBundle : &outlookBundle;
+    if (!isOffered(*arguments->kind, *arguments->bundle))
         return QStringLiteral("%1 can't be written from %2")
             .arg(target, QString::fromLatin1(arguments->kind->cliName));
     return {};
@@ -208,7 +224,7 @@ QString helpOfOptions()
 QString helpOfClients()
 {
     QString text;
-    for (const StoreKind &kind : storeKinds())
+    for (const StoreKind &kind : storeKinds)
         if (kind.client > 0)
             text += QStringLiteral("  %1 %2  %3\n")
                         .arg(QLatin1String(kind.cliName), -12)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "save/bundle.h"
 #include "scan/store_kinds.h"
 
 #include <QString>
@@ -20,13 +21,13 @@ struct Arguments {
     bool json = false;
     bool quiet = false;
     bool replace = false;
-    bool toAppleMail = false; ///< convert: the Apple Mail bundle, else the Outlook one
-    bool exact = false;       ///< convert: every byte of every message is kept
-    bool dryRun = false;      ///< convert: nothing is written but the report
-    bool check = false;       ///< convert: the bundle is read again
-    QString report;           ///< convert: file for the report, "" for none
-    QString outDir;           ///< convert: existing folder, absolute, no trailing "/"
-    QString error;            ///< why this is a usage error; "" if it is none
+    const Bundle *bundle = &outlookBundle; ///< convert: the target
+    bool exact = false;                    ///< convert: every byte of every message is kept
+    bool dryRun = false;                   ///< convert: nothing is written but the report
+    bool check = false;                    ///< convert: the bundle is read again
+    QString report;                        ///< convert: file for the report, "" for none
+    QString outDir;                        ///< convert: existing folder, absolute, no trailing "/"
+    QString error;                         ///< why this is a usage error; "" if it is none
 };
 
 /// Reads the command line (arguments[0] is the program). A mistake leaves its reason in `error`.

@@ -3,7 +3,7 @@
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "browse/folder_tree.h"
-#include "browse/preview.h"
+#include "browse/olm_preview.h"
 #include "cli/json_writer.h"
 #include "cli/say.h"
 

@@ -9,6 +9,7 @@
 #include "cli/say.h"
 #include "cli/scan_output.h"
 #include "cli/worker_run.h"
+#include "save/bundle.h"
 #include "save/bundle_place.h"
 #include "save/save_report.h"
 #include "save/ticked_items.h"
@@ -73,11 +74,9 @@ bool chooseFolders(const Arguments &arguments, const ScanResult &scan, std::vect
 void setTarget(const Arguments &arguments)
 {
     saveDir = arguments.outDir;
-    FileSavingPath = saveDir + (arguments.toAppleMail ? QStringLiteral("/Main Identity.mbox")
-                                                      : QStringLiteral("/Main Identity.rge"));
+    FileSavingPath = bundlePath(*arguments.bundle, saveDir);
     bExactCopies = arguments.exact;
-    bForAppleMail = arguments.toAppleMail;
-    bForOutlookMail = !arguments.toAppleMail;
+    setTargetBundle(*arguments.bundle);
 }
 
 SaveReport newReport(const Arguments &arguments)

@@ -47,9 +47,9 @@ QString shellWord(const QString &path)
 QString countOf(const FoundStore &store, const StoreKind &kind)
 {
     const QString size = QLocale::c().formattedDataSize(store.bytes, 1, QLocale::DataSizeSIFormat);
-    if (kind.browse == BrowseFor::File)
+    if (kind.store == &olmStore)
         return size;
-    const bool mailboxes = kind.kindFlag == findStoreKind(1)->kindFlag;
+    const bool mailboxes = kind.store == &mboxStore;
     return QStringLiteral("%1 %2%3, %4")
         .arg(store.files)
         .arg(mailboxes ? QLatin1String("mailbox") : QLatin1String("message file"),

@@ -3,8 +3,8 @@
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "platform/find_files.h"
-#include "save/opera_target.h"
 #include "save/outlook_bundle.h"
+#include "text/opera_location.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -13,11 +13,6 @@
 
 namespace
 {
-constexpr char outlookBundle[] = "/Main Identity.rge";
-constexpr char appleBundle[] = "/Main Identity.mbox";
-constexpr char bareFrom[] = "From ???@???";
-constexpr char datedFrom[] = "From - Wed Nov 12 14:38:04 2014";
-
 const QString newsFolder = QStringLiteral("/RSS/Apple Hot News.rssmbox/");
 const QString partialSuffix = QStringLiteral(".partial.emlx");
 const QString emlxSuffix = QStringLiteral(".emlx");
@@ -36,22 +31,11 @@ qint64 countedEnd(std::string_view lines)
 }
 } // namespace
 
-// clang-format off
-//                                       bundle         codes           separator                                lines                      target                 lays out  parts  known  silent
-const FileSaveRow appleMailSave        {outlookBundle, outlookMailbox, "From - &&&&&@@@####",                   LineRule::Filtered,        &emlxToOutlook,        true,  true,  true,  true };
-const FileSaveRow mailMateOutlookSave  {outlookBundle, outlookMailbox, bareFrom,                                LineRule::Stay,            &mailMateToOutlook,    true,  false, false, false};
-const FileSaveRow mailMateAppleSave    {appleBundle,   appleMailbox,   datedFrom,                               LineRule::Stay,            &mailMateToAppleMail,  false, false, false, false};
-const FileSaveRow outspringOutlookSave {outlookBundle, outlookMailbox, bareFrom,                                LineRule::Filtered,        &outspringToOutlook,   true,  false, false, false};
-const FileSaveRow outspringAppleSave   {appleBundle,   appleMailbox,   datedFrom,                               LineRule::Filtered,        &outspringToAppleMail, false, false, false, false};
-const FileSaveRow operaOutlookSave     {outlookBundle, outlookMailbox, "From ???@??? Fri Dec 19 10:37:38 2014", LineRule::FromColonQuoted, nullptr,               true,  false, false, false};
-const FileSaveRow operaAppleSave       {appleBundle,   appleMailbox,   datedFrom,                               LineRule::Stay,            nullptr,               false, false, false, false};
-// clang-format on
-
-FileSaving::FileSaving(const FileSaveRow &row, SaveMode mode)
-    : m_row(row), m_bundle(saveDir + QLatin1String(row.bundle)), m_text(row.lines), m_mailbox(mode)
+FileSaving::FileSaving(const Writer &writer, SaveMode mode)
+    : m_writer(writer), m_text(writer.lines), m_mailbox(mode)
 {
-    if (row.laysOutBundle && mode == SaveMode::Write)
-        prepareOutlookBundle(m_bundle);
+    if (mode == SaveMode::Write)
+        prepareBundle(*writer.bundle);
 }
 
 bool FileSaving::save(ByteSource file)
@@ -77,7 +61,7 @@ bool FileSaving::save(ByteSource file)
     }
     ++noOfConvertedMessage;
     const bool known = listOfPathOfOnlyForTree.contains(path);
-    if (known || !m_row.countsKnownOnly)
+    if (known || &m_writer != &writeMail)
         FileSavingIdentification = true;
     if (known)
         write(path, !parts.isEmpty());
@@ -89,7 +73,7 @@ bool FileSaving::save(ByteSource file)
 void FileSaving::write(const QString &path, bool hasParts)
 {
     openMailbox(path);
-    m_mailbox.append(m_row.separator);
+    m_mailbox.append(m_writer.separator);
     m_mailbox.append('\n');
     if (hasParts)
         appendPartial();
@@ -107,7 +91,7 @@ void FileSaving::beginMessage(const QString &path, qint64 size)
     saveLedger.addFound();
     m_place = {path, 0};
     m_size = size;
-    m_isPartial = m_row.joinsParts && path.contains(partialSuffix);
+    m_isPartial = &m_writer == &writeMail && path.contains(partialSuffix);
     m_countedEnd = 0;
     m_emptyParts = 0;
     m_partLines = FromLines();
@@ -192,18 +176,16 @@ void FileSaving::checkRead(LeftOutReason reason)
 
 void FileSaving::openMailbox(const QString &path)
 {
-    if (m_row.target) {
-        const QString stem = mailboxStem(*m_row.target, path);
-        if (stem != m_stem || m_target.file.isEmpty())
-            m_target = targetOfStem(*m_row.target, stem, m_selectedFile, saveDir);
-        m_stem = stem;
-    } else {
-        m_target = operaTarget(accountOf(path), readLocation(), m_bundle);
-    }
-    if (m_mailbox.isOpen() && m_mailbox.path() == m_target.file)
+    // What names the mailbox is the file's folder, or in Opera Mail the message.
+    const bool isOpera = m_writer.store == &bMbsFileFound;
+    const QString folder = isOpera ? readFolder() : path.left(path.lastIndexOf(QLatin1Char('/')));
+    if (folder != m_folder || m_target.isEmpty())
+        m_target = m_writer.target(isOpera ? folder : path, m_selectedFile, saveDir).file;
+    m_folder = folder;
+    if (m_mailbox.isOpen() && m_mailbox.path() == m_target)
         return;
     closeMailbox();
-    m_mailbox.open(m_target.file, m_row.codes);
+    m_mailbox.open(m_target, *m_writer.codes);
 }
 
 void FileSaving::closeMailbox()
@@ -228,14 +210,16 @@ QString FileSaving::accountOf(const QString &path)
     return m_accounts->nameOf(operaAccountOf(path));
 }
 
-// The folder that the open message names.
-QString FileSaving::readLocation()
+// The folder of the open Opera Mail message: "/account/folder".
+QString FileSaving::readFolder()
 {
-    QString location;
+    QString folder;
     for (std::string_view lines = m_source.readLines(); !lines.empty(); lines = m_source.readLines())
-        takeOperaLocation(lines, &location);
+        takeOperaFolderBehind(lines, &folder);
     m_source.seek(0);
-    return location;
+    if (folder.isNull())
+        folder = QStringLiteral("Mails");
+    return (QLatin1Char('/') + accountOf(m_place.path) + QLatin1Char('/') + folder).trimmed();
 }
 
 // The parts of a partial message, in the order in which they go into it. The store is searched for parts when the

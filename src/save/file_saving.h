@@ -1,12 +1,10 @@
 #pragma once
 
-#include "platform/finder_info.h"
-#include "save/file_target.h"
 #include "save/mailbox_file.h"
 #include "save/message_batch.h"
+#include "save/writers.h"
 #include "text/from_lines.h"
 #include "text/line_reader.h"
-#include "text/message_text.h"
 #include "text/opera_accounts.h"
 #include "text/part_index.h"
 
@@ -16,34 +14,13 @@
 #include <optional>
 #include <vector>
 
-/// What differs between the readers, with their writers, of the stores that keep one file for each message.
-struct FileSaveRow {
-    const char *bundle; ///< below the save folder
-    const FinderCodes &codes;
-    const char *separator;    ///< stands before each message in its mailbox (mbox, RFC 4155); no line feed
-    LineRule lines;           ///< see there
-    const TargetRule *target; ///< null: a header of each message names its mailbox
-    bool laysOutBundle;       ///< the bundle has fixed files
-    bool joinsParts;          ///< a partial message gets its parts back
-    bool countsKnownOnly;     ///< a file that the tree doesn't know does not make a save one that has written
-    bool endsSilently;        ///< where nothing is ticked, no signal says so
-};
-
-extern const FileSaveRow appleMailSave;
-extern const FileSaveRow mailMateOutlookSave;
-extern const FileSaveRow mailMateAppleSave;
-extern const FileSaveRow outspringOutlookSave;
-extern const FileSaveRow outspringAppleSave;
-extern const FileSaveRow operaOutlookSave;
-extern const FileSaveRow operaAppleSave;
-
 /// Saves message files of the selected store into the bundle below saveDir, one after the other. A mailbox stays open
 /// while messages go to it; whatever is taken up is written whole.
 class FileSaving
 {
 public:
     /// Lays out the bundle where it has fixed files.
-    explicit FileSaving(const FileSaveRow &row, SaveMode mode = SaveMode::Write);
+    explicit FileSaving(const Writer &writer, SaveMode mode = SaveMode::Write);
 
     /// Saves one file; one that the tree doesn't know is only read. False if it, or a part of it, could not be
     /// opened, which is reported and ends the save. What can't be written is reported and lost, and nothing else.
@@ -73,18 +50,17 @@ private:
     void checkRead(LeftOutReason reason);
     void openMailbox(const QString &path);
     QString accountOf(const QString &path);
-    QString readLocation();
+    QString readFolder();
     QStringList partsOf(const QString &path);
     bool readPartial(const QStringList &parts);
     void appendPartial();
 
-    const FileSaveRow &m_row;
-    QString m_bundle;
+    const Writer &m_writer;
     LineReader m_source{LineReader::Mode::Bytes};
     MessageText m_text;
     MailboxFile m_mailbox;
-    QString m_stem;         ///< the source mailbox of the message before
-    MailboxTarget m_target; ///< and where it went
+    QString m_folder; ///< what named the mailbox of the message before
+    QString m_target; ///< and that mailbox
     std::optional<OperaAccounts> m_accounts;
 
     qint64 m_largestPartial = qint64(1) << 30;

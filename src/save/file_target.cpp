@@ -1,10 +1,12 @@
 #include "save/file_target.h"
 
 #include "save/safe_path.h"
+#include "text/mailbox_paths.h"
 
 namespace
 {
 const QString slash = QStringLiteral("/");
+const QString mailFolder = QStringLiteral("/Mail");
 const QString mboxSuffix = QStringLiteral(".mbox");
 const QString messagesFolder = QStringLiteral("Messages");
 constexpr int imapFolderUnits = 15; // "/Messages/IMAP/"
@@ -14,54 +16,107 @@ QString without(QString text, const QString &part)
     return part.isEmpty() ? text : text.remove(part);
 }
 
-// The selection's place below the mailbox around it.
-QString placeInside(const TargetRule &rule, const QString &stem, const QString &selected)
+QString nameOf(const QString &stem)
 {
-    QString place = without(selected, stem).remove(mboxSuffix).remove(QLatin1String(rule.suffix));
-    if (rule.messages == MessagesFolder::LeavesSelection && place.contains(messagesFolder)) {
-        place.remove(messagesFolder);
-        place.chop(1);
-    }
-    return place;
+    return stem.mid(stem.lastIndexOf(slash) + 1);
 }
 
-// The mailbox's place below the selection.
-QString placeBelow(const TargetRule &rule, const QString &mailbox, const QString &selected)
+// The place of a mailbox that the store is or lies in; `inside`: where the store lies in it.
+QString placeAround(const QString &stem, const QString &inside)
 {
-    QString place = without(mailbox, selected).remove(mboxSuffix);
-    if (rule.messages == MessagesFolder::CutsPath && place.contains(messagesFolder))
-        place = place.mid(imapFolderUnits);
-    return place.remove(QLatin1String(rule.suffix));
+    return without(mailFolder + inside + slash + nameOf(stem), mboxSuffix) + slash;
+}
+
+// The mailbox's target; `base` is its bundle's folder that the place starts in.
+MailboxTarget targetAt(const QString &base, const QString &place, const QString &stem)
+{
+    // What is taken out of a name may leave one that leads up.
+    QString folder = base + harmlessPath(place);
+    if (!folder.endsWith(slash))
+        folder += slash;
+    return {folder, folder + nameOf(stem) + mboxSuffix};
+}
+
+// Where the places start, and what goes before that of a mailbox below the store.
+struct Base {
+    QString folder;
+    QString mail;
+};
+
+Base inOutlook(const QString &saveFolder)
+{
+    return {bundlePath(outlookBundle, saveFolder), mailFolder};
+}
+
+Base inAppleMail(const QString &saveFolder)
+{
+    return {bundlePath(appleBundle, saveFolder) + mailFolder + slash, QString()};
+}
+
+MailboxTarget mailMateTarget(const QString &path, const QString &selected, const Base &base)
+{
+    const QString suffix = QStringLiteral(".mailbox");
+    const QString stem = mailboxStemOrFolder(path, suffix);
+    QString place;
+    if (selected.startsWith(stem)) {
+        place = placeAround(stem, without(selected, stem).remove(mboxSuffix).remove(suffix));
+    } else if ((stem + slash).startsWith(selected)) {
+        QString below = without(stem + slash, selected).remove(mboxSuffix);
+        if (below.contains(messagesFolder))
+            below = below.mid(imapFolderUnits);
+        place = base.mail + below.remove(suffix);
+    }
+    return targetAt(base.folder, place, stem);
+}
+
+MailboxTarget outspringTarget(const QString &path, const QString &selected, const Base &base)
+{
+    const QString stem = mailboxStemOrFolder(path, QString());
+    QString place;
+    if (selected.startsWith(stem))
+        place = placeAround(stem, without(selected, stem).remove(mboxSuffix));
+    if ((stem + slash).startsWith(selected))
+        place += base.mail + without(stem + slash, selected).remove(mboxSuffix);
+    return targetAt(base.folder, place, stem);
 }
 } // namespace
 
-QString mailboxStem(const TargetRule &rule, const QString &path)
+MailboxTarget emlxToOutlook(const QString &path, const QString &selected, const QString &saveFolder)
 {
-    int end = -1;
-    if (rule.suffix) {
-        end = path.lastIndexOf(QLatin1String(rule.suffix) + slash);
-        if (end < 0)
-            end = path.lastIndexOf(mboxSuffix + slash);
+    const QString suffix = QStringLiteral(".imapmbox");
+    const QString stem = mailboxStemOrFolder(path, suffix);
+    QString place;
+    if (selected.startsWith(stem)) {
+        QString inside = without(selected, stem).remove(mboxSuffix).remove(suffix);
+        if (inside.contains(messagesFolder)) {
+            inside.remove(messagesFolder);
+            inside.chop(1);
+        }
+        place = placeAround(stem, inside);
     }
-    return path.left(end < 0 ? path.lastIndexOf(slash) : end);
+    if ((stem + slash).startsWith(selected))
+        place += mailFolder + without(stem + slash, selected).remove(mboxSuffix).remove(suffix);
+    return targetAt(bundlePath(outlookBundle, saveFolder), place, stem);
 }
 
-MailboxTarget targetOfStem(const TargetRule &rule, const QString &stem, const QString &selected,
-                           const QString &saveFolder)
+MailboxTarget mailMateToOutlook(const QString &path, const QString &selected, const QString &saveFolder)
 {
-    const QString name = stem.mid(stem.lastIndexOf(slash) + 1);
-    const bool inside = selected.startsWith(stem);
-    QString place;
-    if (inside)
-        place =
-            without(QStringLiteral("/Mail") + placeInside(rule, stem, selected) + slash + name, mboxSuffix) +
-            slash;
-    const QString mailbox = stem + slash;
-    if (mailbox.startsWith(selected) && !(inside && rule.insideExcludesBelow))
-        place += QLatin1String(rule.mail) + placeBelow(rule, mailbox, selected);
-    // What is taken out of a name may leave one that leads up.
-    QString folder = saveFolder + QLatin1String(rule.base) + harmlessPath(place);
-    if (!folder.endsWith(slash))
-        folder += slash;
-    return {folder, folder + name + mboxSuffix};
+    Base base = inOutlook(saveFolder);
+    base.mail += slash;
+    return mailMateTarget(path, selected, base);
+}
+
+MailboxTarget mailMateToAppleMail(const QString &path, const QString &selected, const QString &saveFolder)
+{
+    return mailMateTarget(path, selected, inAppleMail(saveFolder));
+}
+
+MailboxTarget outspringToOutlook(const QString &path, const QString &selected, const QString &saveFolder)
+{
+    return outspringTarget(path, selected, inOutlook(saveFolder));
+}
+
+MailboxTarget outspringToAppleMail(const QString &path, const QString &selected, const QString &saveFolder)
+{
+    return outspringTarget(path, selected, inAppleMail(saveFolder));
 }

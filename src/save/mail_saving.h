@@ -3,13 +3,16 @@
 #include "save/mailbox_file.h"
 
 #include <QThread>
-#include <QWaitCondition>
 
-struct FileSaveRow;
+#include <functional>
+
+class FileSaving;
+struct FolderAttribNode;
+struct Writer;
 
 /// The save thread: writes the ticked folders of the last scan into a bundle below saveDir. One object for the
-/// whole run of the program; each save is one run of the thread, which picks a reader by the store kind flag
-/// and the target flag. Signals reach the main thread queued. What a save has done is told by saveLedger when it has ended.
+/// whole run of the program; each save is one run of the thread, which picks a writer by the store kind flag and the target
+/// flag (pickWriter). Signals reach the main thread queued. What a save has done is told by saveLedger when it has ended.
 class QMailSaving : public QThread
 {
     Q_OBJECT
@@ -25,15 +28,15 @@ public:
     /// Starts a save. While one runs it is asked to stop instead, and no new one begins.
     void SetInitialSettings();
 
-    // Readers, each in the source file of its store.
+    // Readers; Writer tells which one serves a store and a bundle.
     void PostBoxFileSearch();
-    void FileSearch();
-    void FileSearchForEmlOutlook();
-    void FileSearchForEmlAppleMail();
-    void FileSearchForEmlandfEmlOutlook();
-    void FileSearchForEmlandfEmlAppleMail();
-    void FileSearchForMbsOutlook();
-    void FileSearchForMbsAppleMail();
+    void FileSearch() { saveFiles(); }
+    void FileSearchForEmlOutlook() { saveFiles(); }
+    void FileSearchForEmlAppleMail() { saveFiles(); }
+    void FileSearchForEmlandfEmlOutlook() { saveFiles(); }
+    void FileSearchForEmlandfEmlAppleMail() { saveFiles(); }
+    void FileSearchForMbsOutlook() { saveFiles(); }
+    void FileSearchForMbsAppleMail() { saveFiles(); }
     void OnMailSaving();
 
 signals:
@@ -52,10 +55,13 @@ protected:
     void run() override;
 
 private:
-    /// The frame of the readers of stores that keep one file for each message.
-    void saveFiles(const FileSaveRow &row);
+    /// The reader of stores that keep one file for each message, and its walk over one folder: false if it is over.
+    void saveFiles();
+    bool saveFolder(const FolderAttribNode &folder, FileSaving *saving,
+                    const std::function<ByteSource()> &next);
     /// Copies one mailbox file of an mbox store; `prepared`: the bundle is laid out.
     void copyMailbox(const QString &path, bool *prepared);
+    void openTarget(MailboxFile *target, bool *prepared);
     /// The exact copies of all ticked folders; the next two give false after a stop.
     void saveExactCopies();
     bool saveExactFiles();
@@ -65,7 +71,8 @@ private:
     /// OnSubProgressHide, ProgressDailogHide, FinishSaving. All is written; before the first time it goes to the disk.
     void emitFinished();
 
-    QWaitCondition m_wait;
+    const Writer *m_writer = nullptr; ///< of this save
+    quint64 m_done = 0;               ///< message files taken up in this save
     int m_shownPercent = -1;
     bool m_isOnDisk = false; ///< of this save
 };

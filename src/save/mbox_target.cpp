@@ -49,7 +49,7 @@ QString bundleFolder(const QString &path, const QString &selected)
 }
 } // namespace
 
-MailboxTarget outlookTargetOfMailbox(const QString &path, const QString &selected, const QString &saveFolder)
+MailboxTarget mboxToOutlook(const QString &path, const QString &selected, const QString &saveFolder)
 {
     QString folder;
     QString name;
@@ -63,13 +63,12 @@ MailboxTarget outlookTargetOfMailbox(const QString &path, const QString &selecte
         folder = (tail.contains(suffix) ? tail : upToLast(tail, slash)) + slash;
         name = behindLastSlash(tail);
     }
-    folder = saveFolder + QStringLiteral("/Main Identity.rge/Mail/") + harmlessPath(folder);
-    return {folder, folder + name.remove(suffix) + suffix};
+    return targetInMail(outlookBundle, saveFolder, slash + harmlessPath(folder), name.remove(suffix));
 }
 
-MailboxTarget appleTargetOfMailbox(const QString &path, const QString &selected, const QString &saveFolder)
+MailboxTarget mboxToAppleMail(const QString &path, const QString &selected, const QString &saveFolder)
 {
-    const QString base = saveFolder + QStringLiteral("/Main Identity.mbox/Mail/");
+    const QString base = bundlePath(appleBundle, saveFolder) + QStringLiteral("/Mail/");
     const QString below = mailTail(path + slash);
     const QString tail = (below.isNull() ? path + slash : below).trimmed();
     if (tail.startsWith(selected)) {

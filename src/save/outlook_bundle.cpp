@@ -51,3 +51,9 @@ void prepareOutlookBundle(const QString &root)
     else
         CreateFilesInMainIdentity(root);
 }
+
+void prepareBundle(const Bundle &bundle)
+{
+    if (&bundle == &outlookBundle)
+        prepareOutlookBundle(bundlePath(bundle, saveDir));
+}

@@ -13,16 +13,6 @@ namespace
 {
 constexpr size_t startBytes = 64 * 1024; // most messages whole
 
-QStringList tickedPaths()
-{
-    QStringList paths;
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
-        if (folder->state == stateTicked)
-            for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
-                paths.append(item->path);
-    return paths;
-}
-
 // The messages in a file that was not reached.
 std::optional<qint64> messagesInFile(const QString &path)
 {

@@ -5,11 +5,11 @@
 #include "app/shared_state.h"
 #include "save/bundle_place.h"
 #include "save/mailbox_copy.h"
-#include "save/mbox_target.h"
 #include "save/outlook_bundle.h"
 #include "save/save_ledger.h"
 #include "save/ticked_items.h"
-#include "text/mbox_names.h"
+#include "save/writers.h"
+#include "text/mailbox_paths.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -116,20 +116,6 @@ void tellCopied(const QString &path, const MailboxCopy &copy, CopyEnd end, Mailb
     saveLedger.addBytes(target->takeAddedBytes());
 }
 
-// Opens the target of the mailbox in GetAllFilePathInStrList; the first one of a save lays out the bundle.
-void openTarget(MailboxFile *target, SaveMode mode, bool *prepared)
-{
-    const QString &path = GetAllFilePathInStrList;
-    const bool apple = bForAppleMail;
-    const MailboxTarget place =
-        (apple ? appleTargetOfMailbox : outlookTargetOfMailbox)(path, m_selectedFile, saveDir);
-    if (mode == SaveMode::Write)
-        bundlePlace.makeFolder(place.folder);
-    target->open(place.file, apple ? appleMailbox : outlookMailbox);
-    if (mode == SaveMode::Write && !apple && !*prepared)
-        prepareOutlookBundle(saveDir + QStringLiteral("/Main Identity.rge"));
-    *prepared = true;
-}
 } // namespace
 
 void QMailSaving::PostBoxFileSearch()
@@ -177,7 +163,7 @@ void QMailSaving::copyMailbox(const QString &path, bool *prepared)
         return;
     }
     MailboxFile target(m_mode);
-    openTarget(&target, m_mode, prepared);
+    openTarget(&target, prepared);
     int shown = -1;
     const CopyEnd end = copy.copyTo(&target, [&](qint64 done, qint64 size) {
         const int percent = static_cast<int>(done * 100 / qMax<qint64>(1, size));
@@ -187,4 +173,16 @@ void QMailSaving::copyMailbox(const QString &path, bool *prepared)
         return !bStopFlag;
     });
     tellCopied(path, copy, end, &target);
+}
+
+// Opens the target of the mailbox in GetAllFilePathInStrList; the first one of a save lays out the bundle.
+void QMailSaving::openTarget(MailboxFile *target, bool *prepared)
+{
+    const MailboxTarget place = m_writer->target(GetAllFilePathInStrList, m_selectedFile, saveDir);
+    if (m_mode == SaveMode::Write)
+        bundlePlace.makeFolder(place.folder);
+    target->open(place.file, *m_writer->codes);
+    if (m_mode == SaveMode::Write && !*prepared)
+        prepareBundle(*m_writer->bundle);
+    *prepared = true;
 }

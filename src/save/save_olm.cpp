@@ -7,8 +7,8 @@
 #include "save/message_batch.h"
 #include "save/olm_dates.h"
 #include "save/olm_message.h"
-#include "save/olm_target.h"
 #include "save/ticked_items.h"
+#include "save/writers.h"
 #include "text/from_lines.h"
 
 #include <QUuid>
@@ -26,7 +26,7 @@ public:
     void save(const MailMLRC &record)
     {
         saveLedger.addFound();
-        openMailbox(appleTargetOfOlmFolder(record.szFolderPath.text(), saveDir).file);
+        openMailbox(writeOlmMail.target(record.szFolderPath.text(), m_selectedFile, saveDir).file);
         OlmMarks marks;
         marks.now = QDateTime::currentDateTime();
         marks.messageId = QUuid::createUuid().toString(QUuid::Id128).toUpper().toLatin1();
@@ -55,7 +55,7 @@ private:
         if (m_target.isOpen() && m_target.path() == path)
             return;
         closeMailbox();
-        m_target.open(path, outlookMailbox);
+        m_target.open(path, *writeOlmMail.codes);
     }
 
     void tell(const MailMLRC &record, bool whole, qint64 fromLines)

@@ -17,6 +17,16 @@ quint64 countTickedItems()
     return count;
 }
 
+QStringList tickedPaths()
+{
+    QStringList paths;
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
+        if (folder->state == stateTicked)
+            for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
+                paths.append(item->path);
+    return paths;
+}
+
 quint64 countTickedMessages()
 {
     quint64 count = 0;

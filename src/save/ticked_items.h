@@ -7,6 +7,8 @@
 
 /// The number of file records in ticked folders: what a save has to do.
 quint64 countTickedItems();
+/// The paths of those files in the order of a save.
+QStringList tickedPaths();
 /// The number of .olm records in ticked folders.
 quint64 countTickedMessages();
 /// The bytes of the files in ticked folders: about what their bundle needs. Of an .olm file: all of it.

@@ -5,6 +5,7 @@
 #include "platform/find_files.h"
 #include "platform/folder_walk.h"
 #include "scan/folder_ids.h"
+#include "scan/store_kinds.h"
 #include "text/line_reader.h"
 #include "text/message_text.h"
 
@@ -16,13 +17,6 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
-
-// clang-format off
-//                              pattern   listFile                             mailboxes                      hasParts  found                  place
-const FileStore appleMailStore {"*.emlx", "/var/tmp/VelmoraKestrinEmlx",       FileStore::Mailboxes::Any,     true,     &listOfPathOfOnlyEmlx, appleMailPlace};
-const FileStore mailMateStore  {"*.eml",  "/var/tmp/VelmoraKestrinEml",        FileStore::Mailboxes::Needed,  false,    &listOfPathOfOnlyEml,  mailMatePlace };
-const FileStore outspringStore {"*.eml",  "/var/tmp/VelmoraKestrinEmlandfEml", FileStore::Mailboxes::Refused, false,    &listOfPathOfOnlyEml,  outspringPlace};
-// clang-format on
 
 namespace
 {
@@ -55,11 +49,10 @@ void OnGetAllFileAndDirforsaving(const QString &folder)
         bCheckFucntion = true;
 }
 
-bool fitsStore(const QString &path, FileStore::Mailboxes mailboxes)
+bool passes(const QString &path, StoreTest test)
 {
-    if (mailboxes == FileStore::Mailboxes::Any)
-        return true;
-    return path.contains(QLatin1String(".mailbox")) == (mailboxes == FileStore::Mailboxes::Needed);
+    return test == StoreTest::None ||
+           path.contains(QLatin1String(".mailbox")) == (test == StoreTest::NeedsMailbox);
 }
 
 // Spares the opening of a file where its owner and mode tell what would come of it.
@@ -138,9 +131,10 @@ bool FileStoreScan::find()
     if (!messages)
         return false;
     *m_store.found = *messages;
-    if (!m_store.hasParts)
+    if (!m_store.partPattern)
         return true;
-    const std::optional<QStringList> parts = findInStore("*.emlxpart", "/var/tmp/VelmoraKestrinEmlxPart");
+    const std::optional<QStringList> parts =
+        findInStore(m_store.partPattern, "/var/tmp/VelmoraKestrinEmlxPart");
     if (!parts)
         return false;
     m_parts = PartIndex(*parts);
@@ -159,16 +153,16 @@ bool FileStoreScan::canPartsBeRead(const QString &path)
 
 FileStep FileStoreScan::take(const QString &path)
 {
-    if (!fitsStore(path, m_store.mailboxes))
+    if (!passes(path, m_store.test))
         return FileStep::WrongStore;
     if (isNewsFeed(path))
         return FileStep::Taken;
     if (!canBeRead(path))
         return FileStep::Unreadable;
-    if (m_store.hasParts && path.contains(QLatin1String(".partial.emlx")) && !canPartsBeRead(path))
+    if (m_store.partPattern && path.contains(QLatin1String(".partial.emlx")) && !canPartsBeRead(path))
         return FileStep::Unreadable;
 
-    const FilePlace place = m_store.place(path, m_selectedFile);
+    const FilePlace place = m_store.tree(path, m_selectedFile);
     if (!place.tree.isEmpty()) {
         bCheckFucntion = listOfPathOfOnlyForTree.contains(path);
         m_trees.enter(place.tree, [&] { treeCreator(place.tree, path); });

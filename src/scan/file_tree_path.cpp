@@ -1,78 +1,56 @@
 #include "scan/file_tree_path.h"
 
-#include <QStringList>
+#include "text/mailbox_paths.h"
 
 namespace
 {
-/// What differs between the stores whose mailboxes are directories. Each member exists because the rows differ.
-struct MailboxRule {
-    const char *suffix;       ///< counts before ".mbox"
-    bool keepsMboxSuffix;     ///< a mailbox ".mbox" keeps its suffix; otherwise it has none in the tree
-    bool insideExcludesBelow; ///< the chosen folder inside the mailbox and above it: only the first counts
-    bool dropsMboxInside;     ///< ".mbox" goes from the name of a mailbox that the chosen folder lies in
-};
-
-// clang-format off
-//                             suffix       keepsMboxSuffix  insideExcludesBelow  dropsMboxInside
-constexpr MailboxRule appleMail{".imapmbox", true,           false,               false};
-constexpr MailboxRule mailMate {".mailbox",  false,          true,                true };
-// clang-format on
-
 const QString top = QStringLiteral("Mail");
 const QString mboxSuffix = QStringLiteral(".mbox");
 
-// The mailbox's path without its suffix; "" if the file lies in none.
-QString mailboxStem(const QString &path, const QString &suffix)
+// "Mail/INBOX" for a stem /a/INBOX that the chosen folder lies in.
+QString treeOfMailboxAlone(const QString &stem)
 {
-    int end = path.lastIndexOf(suffix + QLatin1Char('/'));
-    if (end < 0)
-        end = path.lastIndexOf(mboxSuffix + QLatin1Char('/'));
-    return path.left(qMax(0, end));
+    return top + QLatin1Char('/') + stem.mid(stem.lastIndexOf(QLatin1Char('/')) + 1);
 }
 
-QString treeOfStem(const QString &stem, const QString &selected, const MailboxRule &rule)
+bool isBelow(const QString &stem, const QString &selected)
 {
-    QString tree;
-    const bool inside = selected.startsWith(stem);
-    if (inside) {
-        QString name = stem.mid(stem.lastIndexOf(QLatin1Char('/')) + 1);
-        if (rule.dropsMboxInside)
-            name.remove(mboxSuffix);
-        tree = top + QLatin1Char('/') + name;
-    }
-    const bool below = (stem + QLatin1Char('/')).startsWith(selected);
-    if (below && !(inside && rule.insideExcludesBelow))
-        tree += top + stem.mid(selected.size());
-    return tree;
-}
-
-FilePlace placeInMailbox(const QString &path, const QString &selected, const MailboxRule &rule)
-{
-    const QString suffix = QLatin1String(rule.suffix);
-    const QString stem = mailboxStem(path, suffix);
-    if (stem.isEmpty())
-        return {};
-    // The suffix may stand anywhere in the path, not only where the mailbox ends.
-    QString extension;
-    if (path.contains(suffix))
-        extension = suffix;
-    else if (rule.keepsMboxSuffix)
-        extension = mboxSuffix;
-    return {treeOfStem(stem, selected, rule) + extension, stem + extension};
+    return (stem + QLatin1Char('/')).startsWith(selected);
 }
 } // namespace
 
-FilePlace appleMailPlace(const QString &path, const QString &selected)
+FilePlace TreeCreatorForAppleMail(const QString &path, const QString &selected)
 {
-    return placeInMailbox(path, selected, appleMail);
+    const QString imapSuffix = QStringLiteral(".imapmbox");
+    const QString stem = mailboxStem(path, imapSuffix);
+    if (stem.isEmpty())
+        return {};
+    // The suffix may stand anywhere in the path, not only where the mailbox ends.
+    const QString suffix = path.contains(imapSuffix) ? imapSuffix : mboxSuffix;
+    QString tree;
+    if (selected.startsWith(stem))
+        tree = treeOfMailboxAlone(stem);
+    if (isBelow(stem, selected))
+        tree += top + stem.mid(selected.size());
+    return {tree + suffix, stem + suffix};
 }
 
-FilePlace mailMatePlace(const QString &path, const QString &selected)
+FilePlace TreeCreatorForMailMate(const QString &path, const QString &selected)
 {
-    return placeInMailbox(path, selected, mailMate);
+    const QString mailboxSuffix = QStringLiteral(".mailbox");
+    const QString stem = mailboxStem(path, mailboxSuffix);
+    if (stem.isEmpty())
+        return {};
+    const QString suffix = path.contains(mailboxSuffix) ? mailboxSuffix : QString();
+    QString tree;
+    if (selected.startsWith(stem))
+        tree = treeOfMailboxAlone(stem).remove(mboxSuffix);
+    else if (isBelow(stem, selected))
+        tree = top + stem.mid(selected.size());
+    return {tree + suffix, stem + suffix};
 }
 
-FilePlace outspringPlace(const QString &path, const QString &selected)
+FilePlace TreeCreatorForOutSpring(const QString &path, const QString &selected)
 {
     const QString folder = path.left(path.lastIndexOf(QLatin1Char('/')));
     QString tree = top + folder.mid(selected.size());

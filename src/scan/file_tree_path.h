@@ -10,10 +10,15 @@ struct FilePlace {
     bool operator==(const FilePlace &other) const { return tree == other.tree && folder == other.folder; }
 };
 
-/// The place of a message file (absolute path) of a store, `selected` being the folder that was chosen. A mailbox
-/// of Apple Mail is a directory ".mbox" or ".imapmbox", one of MailMate a ".mailbox"; the tree names the folders
-/// between the chosen folder and the mailbox, or the mailbox alone where the chosen folder is it or lies in it.
-FilePlace appleMailPlace(const QString &path, const QString &selected);
-FilePlace mailMatePlace(const QString &path, const QString &selected);
-/// Outspring Mail has no mailboxes: each directory is a folder.
-FilePlace outspringPlace(const QString &path, const QString &selected);
+// The tree rules of the stores with a file for each message. They give the place of a message file (absolute path),
+// `selected` being the folder that was chosen. The tree names the folders between the chosen folder and the mailbox, or
+// the mailbox alone where the chosen folder is it or lies in it.
+
+/// A mailbox is a directory ".imapmbox" or ".mbox": with /store chosen, /store/IMAP-me/INBOX.mbox/Messages/1.emlx is in
+/// "Mail/IMAP-me/INBOX.mbox".
+FilePlace TreeCreatorForAppleMail(const QString &path, const QString &selected);
+/// A mailbox is a directory ".mailbox" or ".mbox", the latter without its suffix in the tree: /store/a/In.mailbox/1.eml is
+/// in "Mail/a/In.mailbox", /store/a/In.mbox/1.eml in "Mail/a/In".
+FilePlace TreeCreatorForMailMate(const QString &path, const QString &selected);
+/// Each directory is a folder, ".mbox" goes from all names: /store/Work.mbox/1.eml is in "Mail/Work".
+FilePlace TreeCreatorForOutSpring(const QString &path, const QString &selected);

@@ -3,7 +3,7 @@
 #include "platform/byte_source.h"
 #include "platform/folder_names.h"
 #include "scan/store_marks.h"
-#include "text/mbox_names.h"
+#include "text/mailbox_paths.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -3,7 +3,7 @@
 #include "app/problem_log.h"
 #include "app/records.h"
 #include "text/header_lines.h"
-#include "text/mbox_names.h"
+#include "text/mailbox_paths.h"
 #include "text/mbox_separator.h"
 
 #include <QFileInfo>

@@ -36,9 +36,9 @@ void QMessageSavingThread::run()
     bParseDatabase = false;
     bParseDatabaseClose = false;
 
-    if (const StoreKind *kind = findStoreKind(m_mailClientIndex); kind && kind->reader) {
-        setStoreKind(kind->kindFlag);
-        (this->*kind->reader)();
+    if (const StoreKind *kind = findStoreKind(m_mailClientIndex); kind && kind->store) {
+        setStoreKind(kind->store->kindFlag);
+        (this->*kind->store->reader)();
         nextItr = 0;
     }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QStringList>
 #include <QThread>
 
@@ -8,9 +9,8 @@
 
 class ByteSource;
 enum class FileStep;
-struct FileStore;
-struct TakenFiles;
 struct OlmWalkResult;
+struct StoreScan;
 
 /// The scan thread: turns the selected store (m_selectedFile) into folder maps, file records and message
 /// records. One object for the whole run of the program; each scan is one run of the thread. All readers are
@@ -27,12 +27,12 @@ public:
     /// Starts a scan. While one runs it is asked to stop instead, and no new one begins.
     void SetInitialSettings();
 
-    int m_mailClientIndex = 0; ///< client index (storeKinds); picks the reader
+    int m_mailClientIndex = 0; ///< client index (storeKinds)
 
     /// False: a scan for a save alone makes no records of mbox and Opera messages.
     bool m_indexMessages = true;
 
-    // Readers; see storeKinds for who calls which.
+    // Readers; StoreScan tells which kind of store has which.
     void PostBoxFileSearch();
     void FileSearch();
     void CreateFile();
@@ -76,15 +76,16 @@ private:
     void reportOlmProblems(const OlmWalkResult &walk);
 
     /// The scan of a store with a file for each message.
-    void scanFileStore(const FileStore &store);
+    void scanFileStore(const StoreScan &store);
     /// The start of a reader that searches for files: shows its progress; false if it is to stop at once.
     bool beginFiles();
     /// Its walk over the files found, up to the closing signals.
     /// Before these `atEnd` gets the step, and the file, that it ended at: Taken where it went through all.
-    void takeFiles(const QStringList &paths, const std::function<FileStep(const QString &path)> &take,
+    void takeFiles(const StoreScan &store, const std::function<FileStep(const QString &path)> &take,
                    const std::function<void(FileStep, const QString &path)> &atEnd);
     /// Tells what a scan has not taken; `step` and `path`: what it ended at, Taken where it went through all files.
-    void tellPassedOver(TakenFiles taken, FileStep step, const QString &path);
+    void tellPassedOver(const StoreScan &store, const QSet<QString> &usedParts, FileStep step,
+                        const QString &path);
     /// Nothing to read: NoDataIntoFile, 100 per cent, and the stop flag.
     void emitNoData();
     /// The closing signals of a reader that has gone through all its input: OnSubProgressHide,

@@ -14,12 +14,6 @@ struct OperaMessage {
     QString error;   ///< path and reason where the file can't be opened; then there is nothing else
 };
 
-/// The folder of a location ("X-Opera-Location: a/b/c:17"): all up to its last ":", or all of it.
-QString operaFolderOf(const QString &location);
-/// The label of a location: the last "/"-separated piece of what stands before its last ":", or all of it where it
-/// has no ":". Empty pieces don't count.
-QString operaLabelOf(const QString &location);
-
 /// All of a message, or only the folder that it lies in.
 enum class OperaFields { All, Folder };
 

@@ -4,12 +4,14 @@
 #include "app/shared_state.h"
 #include "scan/folder_ids.h"
 #include "scan/opera_message.h"
+#include "scan/store_kinds.h"
 
 #include <future>
 
 namespace
 {
-void recordMessage(const QString &path, const OperaMessage &message)
+// The message record of a file that has been read.
+void GetAllFieldsForMbsCentarTree(const QString &path, const OperaMessage &message)
 {
     MboxMessageNode *record = appendMessage();
     record->from = message.sender;
@@ -24,7 +26,7 @@ bool OperaScan::find()
 {
     listOfPathOfOnlyMbs.clear();
     auto ini = std::async([] { return findInStore("accounts.ini", "/var/tmp/VelmoraKestrinINI"); });
-    const std::optional<QStringList> messages = findInStore("*.mbs", "/var/tmp/VelmoraKestrinMbs");
+    const std::optional<QStringList> messages = findInStore(operaStore.pattern, operaStore.listFile);
     if (!messages)
         return false;
     listOfPathOfOnlyMbs = *messages;
@@ -38,11 +40,6 @@ bool OperaScan::find()
     return true;
 }
 
-const QStringList &OperaScan::paths() const
-{
-    return listOfPathOfOnlyMbs;
-}
-
 FileStep OperaScan::take(const QString &path)
 {
     const QString account = m_accounts->nameOf(operaAccountOf(path));
@@ -54,13 +51,18 @@ FileStep OperaScan::take(const QString &path)
     if (isNewsFeed(path))
         return FileStep::Taken;
     const QString folder = message.folder.value_or(QStringLiteral("Mails"));
-    const QString tree =
-        QStringLiteral("Mail") + (QLatin1Char('/') + account + QLatin1Char('/') + folder).trimmed();
-    m_trees.enter(tree, [&] { treeCreatorOperaMail(tree, path); });
+    TreeCreatorOperaMail((QLatin1Char('/') + account + QLatin1Char('/') + folder).trimmed(), path);
     if (m_fields == OperaFields::All)
-        recordMessage(path, message);
-    listOfPathOfOnlyForTree.append(path.trimmed());
-    appendMailItem(path, llParentIdRunning);
+        GetAllFieldsForMbsCentarTree(path, message);
     ++noOfConvertedMessage;
     return FileStep::Taken;
+}
+
+// The folder "/account/folder" below "Mail", and the file record.
+void OperaScan::TreeCreatorOperaMail(const QString &folder, const QString &path)
+{
+    const QString tree = QStringLiteral("Mail") + folder;
+    m_trees.enter(tree, [&] { treeCreatorOperaMail(tree, path); });
+    listOfPathOfOnlyForTree.append(path.trimmed());
+    appendMailItem(path, llParentIdRunning);
 }

@@ -12,14 +12,14 @@ class OperaScan
 public:
     /// Without all fields of the messages no message records are made.
     explicit OperaScan(OperaFields fields) : m_fields(fields) {}
-    /// Searches the selected folder; false if that fails.
+    /// Searches the selected folder for message files (the store's list) and account names; false if that fails.
     bool find();
-    /// The message files found, in the order of the search.
-    const QStringList &paths() const;
     /// Gives a file its folder and records. To be called for the files found, one after the other.
     FileStep take(const QString &path);
 
 private:
+    void TreeCreatorOperaMail(const QString &folder, const QString &path);
+
     OperaFields m_fields;
     std::optional<ReadAhead<OperaMessage>> m_messages;
     std::optional<OperaAccounts> m_accounts;

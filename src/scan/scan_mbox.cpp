@@ -9,7 +9,7 @@
 #include "scan/mbox_tree_path.h"
 #include "scan/no_data_reason.h"
 #include "scan/passed_over_scan.h"
-#include "text/mbox_names.h"
+#include "text/mailbox_paths.h"
 
 #include <QFileInfo>
 

@@ -1,46 +1,69 @@
 #include "scan/store_kinds.h"
 
-#include "app/shared_state.h"
+#include <iterator>
+#include <string_view>
 
-const std::vector<StoreKind> &storeKinds()
+namespace
 {
-    using Thread = QMessageSavingThread;
-    static const std::vector<StoreKind> rows = {
-        {0, "", "Select Mail Client", nullptr, BrowseFor::Nothing, nullptr, nullptr, Targets::None},
-        {1, "apple-mbox", "Apple Mail (.mbox)", nullptr, BrowseFor::Folder, &bMboxFileFound,
-         &Thread::PostBoxFileSearch, Targets::Outlook},
-        {2, "apple-emlx", "Apple Mail (.emlx)", "/Library/Mail", BrowseFor::Folder, &bEmlxFileFound,
-         &Thread::FileSearch, Targets::Outlook},
-        {3, "thunderbird", "Thunderbird (.mbox)", "/Library/Thunderbird", BrowseFor::Folder, &bMboxFileFound,
-         &Thread::PostBoxFileSearch, Targets::Both},
-        {4, "postbox", "Postbox (.mbox)", "/Library/Application Support/Postbox", BrowseFor::Folder,
-         &bMboxFileFound, &Thread::PostBoxFileSearch, Targets::Both},
-        {5, "olm", "Outlook 2011 Backup File (.olm)", nullptr, BrowseFor::File, &bOlmFileFound,
-         &Thread::CreateFile, Targets::AppleMail},
-        {6, "eudora", "Eudora (.mbox)", "/Library/Thunderbird", BrowseFor::Folder, &bMboxFileFound,
-         &Thread::PostBoxFileSearch, Targets::Both},
-        {7, "seamonkey", "SeaMonkey (.mbox)", "/Library/Application Support/SeaMonkey", BrowseFor::Folder,
-         &bMboxFileFound, &Thread::PostBoxFileSearch, Targets::Both},
-        {8, "mailmate", "MailMate (.eml)", "/Library/Application Support/MailMate", BrowseFor::Folder,
-         &bEmlFileFound, &Thread::FileSearchForEml, Targets::Both},
-        {9, "outspring", "Outspring Mail (.eml, .f.eml)", "/Library/Application Support/Outspring Mail",
-         BrowseFor::Folder, &bemlandfemlfileFound, &Thread::FileSearchForEmlandfEml, Targets::Both},
-        {10, "opera", "Opera Mail (.mbs)", "/Library/Application Support/Opera Mail", BrowseFor::Folder,
-         &bMbsFileFound, &Thread::FileSearchForMbs, Targets::Both},
-    };
-    return rows;
+constexpr int clients = static_cast<int>(std::size(storeKinds));
+constexpr const StoreScan *stores[] = {&mboxStore,      &emlxStore,  &mailMateStore,
+                                       &outspringStore, &operaStore, &olmStore};
+
+constexpr bool clientsAscend()
+{
+    for (int i = 0; i < clients; ++i)
+        if (storeKinds[i].client != i)
+            return false;
+    return true;
 }
+static_assert(clientsAscend(), "looked up by client");
+
+constexpr bool clientsDiffer()
+{
+    for (int i = 0; i < clients; ++i)
+        for (int j = 0; j < i; ++j)
+            if (std::string_view(storeKinds[i].cliName) == storeKinds[j].cliName ||
+                std::string_view(storeKinds[i].label) == storeKinds[j].label)
+                return false;
+    return true;
+}
+static_assert(clientsDiffer(), "a name picks one client");
+
+constexpr bool storesDiffer()
+{
+    for (const StoreScan *one : stores)
+        for (const StoreScan *other : stores)
+            if (one != other &&
+                (one->kindFlag == other->kindFlag || one->reader == other->reader ||
+                 (one->listFile && other->listFile && std::string_view(one->listFile) == other->listFile)))
+                return false;
+    return true;
+}
+static_assert(storesDiffer(), "a flag, a reader and a list of found files belong to one kind of store");
+
+constexpr bool storesAreWhole()
+{
+    for (const StoreKind &kind : storeKinds)
+        if ((kind.store == nullptr) != (kind.client == 0) ||
+            (kind.store == nullptr) != (kind.targets == Targets::None))
+            return false;
+    for (const StoreScan *store : stores)
+        if ((store->pattern == nullptr) != (store->listFile == nullptr) ||
+            (store->pattern == nullptr) != (store->found == nullptr))
+            return false;
+    return true;
+}
+static_assert(storesAreWhole(), "each client has a store and targets; what is searched for has a list");
+} // namespace
 
 const StoreKind *findStoreKind(int client)
 {
-    const auto &rows = storeKinds();
-    return client >= 0 && client < static_cast<int>(rows.size()) ? &rows[static_cast<size_t>(client)]
-                                                                 : nullptr;
+    return client >= 0 && client < clients ? &storeKinds[client] : nullptr;
 }
 
 const StoreKind *findStoreKind(const QString &nameOrIndex)
 {
-    for (const StoreKind &row : storeKinds())
+    for (const StoreKind &row : storeKinds)
         if (row.client > 0 &&
             (nameOrIndex == QLatin1String(row.cliName) || nameOrIndex == QString::number(row.client)))
             return &row;

@@ -3,30 +3,27 @@
 #include "text/encoded_word.h"
 #include "text/remove_all.h"
 
-/// What differs between the users of the rules. Each member exists because two rows differ in it.
+/// What differs between the users of the rules. Each member is one thing, and no two are set alike in all rows.
 struct HeaderDialect {
-    enum class SenderTail { Decoded, AsQ, None };
-    enum class SubjectPrefix { WordFirst, WordAnywhere };
-    enum class Tokens { Kept, Removed };
+    enum class Tail { Decoded, AsQ, None };
+    enum class Folds { InLine, Apart };
 
-    bool labelled;               ///< a decoded sender starts with "From: ", which is taken off again at once
-    bool takesFolds;             ///< folded lines come apart from the first one, not as part of it
-    bool quotedSender;           ///< `From: "=?` starts an encoded word as well
-    SenderTail senderTail;       ///< what is done with "Q?" and "?=" behind the word's start
-    bool firstSenderLine;        ///< only the first non-empty line of a sender counts
-    SubjectPrefix subjectPrefix; ///< an encoded word may stand behind other text
-    bool stripsTokens;           ///< "=?UTF-8?Q?" and "?=" go before a Q word that ends the line is decoded
-    bool stripsPadding;          ///< "Q==" goes before a B word that ends the line is decoded
-    bool subjectTokens;          ///< "=?UTF-8?Q?" and "?=" go where the line goes on behind the word
-    bool blankBeforeToken;       ///< an encoded word at the start: a blank belongs before "=?UTF-8?Q?"
-    bool foldTokens;             ///< the same in a subject's folded lines
-    bool emptySubjectLine;       ///< "Subject:" with nothing behind it goes as well
+    Folds senderFolds; ///< a sender's folded lines are part of its line, or come apart and are decoded each
+    bool labelsSender; ///< a decoded sender is "From: Ann" before the label goes again
+    bool quotedSender; ///< `From: "=?` starts an encoded word as well
+    Tail tail;         ///< what comes of "Q?", "?=" and "=?UTF-8?Q?" behind the first word's start
+    bool onlyFirstSenderLine; ///< of a sender in several lines the first that is not empty counts
+    bool
+        wordAnywhere; ///< a subject's word may stand behind text; one at the line's end is freed of stray marks
+    bool
+        tokensInFolds; ///< "=?UTF-8?Q?" counts in a subject's folds too; in its first line only behind a blank
+    bool dropsEmptySubject; ///< "Subject:" with nothing behind it is ""
 };
 
 namespace
 {
-using Tail = HeaderDialect::SenderTail;
-using Prefix = HeaderDialect::SubjectPrefix;
+using Tail = HeaderDialect::Tail;
+using Folds = HeaderDialect::Folds;
 
 const QString senderLabel = QStringLiteral("From: ");
 const QString wordEnd = QStringLiteral("?=");
@@ -35,12 +32,12 @@ const QString utf8Token = QStringLiteral("=?UTF-8?Q?");
 } // namespace
 
 // clang-format off
-//                                        labelled folds  quoted  tail           first  prefix                strips  padding tokens blank  folds  empty
-const HeaderDialect singleFileHeaders   {  true,   false, true,  Tail::Decoded, false, Prefix::WordAnywhere, true,   true,   true,  true,  true,  true  };
-const HeaderDialect mailboxHeaders      {  true,   false, true,  Tail::AsQ,     true,  Prefix::WordFirst,    false,  false,  true,  false, false, true  };
-const HeaderDialect listHeaders         {  true,   true,  true,  Tail::Decoded, false, Prefix::WordAnywhere, true,   true,   true,  false, false, false };
-const HeaderDialect mailboxIndexHeaders {  false,  true,  true,  Tail::AsQ,     true,  Prefix::WordFirst,    false,  false,  true,  false, false, true  };
-const HeaderDialect operaIndexHeaders   {  false,  true,  false, Tail::None,    false, Prefix::WordFirst,    false,  false,  false, false, false, true  };
+//                                          folds          labels quoted tail           first  any    tokens drops
+const HeaderDialect singleFileHeaders   {Folds::InLine, true,  true,  Tail::Decoded, false, true,  true,  true };
+const HeaderDialect mailboxHeaders      {Folds::InLine, true,  true,  Tail::AsQ,     true,  false, false, true };
+const HeaderDialect listHeaders         {Folds::Apart,  true,  true,  Tail::Decoded, false, true,  false, false};
+const HeaderDialect mailboxIndexHeaders {Folds::Apart,  false, true,  Tail::AsQ,     true,  false, false, true };
+const HeaderDialect operaIndexHeaders   {Folds::Apart,  false, false, Tail::None,    false, false, false, true };
 // clang-format on
 
 namespace
@@ -143,14 +140,14 @@ QString decodeSenderLine(QString text, const HeaderDialect &dialect, QString *ch
                         (dialect.quotedSender && startsWithAnyCase(text, "From: \"=?"));
     if (!isWord)
         return text;
-    const QString label = dialect.labelled ? senderLabel : QString();
+    const QString label = dialect.labelsSender ? senderLabel : QString();
     // With a quotation mark the "?" stays: the charset comes out empty, the encoding is the charset's name.
     text.remove(0, 8);
     const WordStart word = takeWordStart(&text);
     *charset = word.charset;
     if (text.endsWith(wordEndsLine))
         return decodeWholeLine(text, word, label);
-    if (decodeSenderTail(&text, word, dialect.senderTail))
+    if (decodeSenderTail(&text, word, dialect.tail))
         return text;
     return decodeFirstPiece(text, word, label);
 }
@@ -165,7 +162,7 @@ SubjectForm takeSubjectStart(QString *text, const HeaderDialect &dialect, WordSt
         *word = takeWordStart(text);
         return SubjectForm::WordFirst;
     }
-    if (dialect.subjectPrefix == Prefix::WordFirst || !startsWithAnyCase(*text, "Subject: "))
+    if (!dialect.wordAnywhere || !startsWithAnyCase(*text, "Subject: "))
         return SubjectForm::Plain;
     text->remove(0, 9);
     word->charset = word->encoding = text->left(text->indexOf(QLatin1Char('?')));
@@ -178,20 +175,20 @@ QString decodeSubjectWord(QString text, SubjectForm form, const WordStart &word,
 {
     if (text.endsWith(wordEndsLine)) {
         text.chop(wordEndsLine.size());
-        if (word.encoding == QLatin1String("Q") && dialect.stripsTokens)
+        if (word.encoding == QLatin1String("Q") && dialect.wordAnywhere)
             removeTokens(&text);
         const QString padding = QStringLiteral("Q==");
-        if (word.encoding == QLatin1String("B") && dialect.stripsPadding && form == SubjectForm::WordFirst &&
+        if (word.encoding == QLatin1String("B") && dialect.wordAnywhere && form == SubjectForm::WordFirst &&
             text.endsWith(padding))
             removeAll(&text, padding);
         decodeWord(&text, word);
         return text;
     }
     const bool endCounts =
-        !(dialect.blankBeforeToken && form == SubjectForm::WordFirst && word.encoding == QLatin1String("B"));
-    const bool needsBlank = form == SubjectForm::WordBehindText || dialect.blankBeforeToken;
+        !(dialect.tokensInFolds && form == SubjectForm::WordFirst && word.encoding == QLatin1String("B"));
+    const bool needsBlank = form == SubjectForm::WordBehindText || dialect.tokensInFolds;
     const QString token = needsBlank ? QLatin1Char(' ') + utf8Token : utf8Token;
-    if (dialect.subjectTokens && (text.contains(token) || (endCounts && text.contains(wordEnd)))) {
+    if (dialect.tail != Tail::None && (text.contains(token) || (endCounts && text.contains(wordEnd)))) {
         removeTokens(&text);
         decodeWord(&text, word);
         return text;
@@ -210,15 +207,15 @@ QString decodeSender(const QString &line, const QStringList &folds, const Header
     QString charset;
     QString text = decodeSenderLine(line, dialect, &charset);
     const auto cutToFirstLine = [&] {
-        if (dialect.firstSenderLine && text.contains(QLatin1Char('\n')))
+        if (dialect.onlyFirstSenderLine && text.contains(QLatin1Char('\n')))
             text = firstNonEmptyLine(text);
     };
-    if (dialect.labelled) {
+    if (dialect.labelsSender) {
         cutToFirstLine();
         if (text.startsWith(senderLabel))
             removeAll(&text, senderLabel);
     }
-    if (dialect.takesFolds) {
+    if (dialect.senderFolds == Folds::Apart) {
         appendFolds(&text, folds, charset, false);
         removeAll(&text, senderLabel);
         cutToFirstLine();
@@ -233,9 +230,9 @@ QString decodeSubject(const QString &line, const QStringList &folds, const Heade
     const SubjectForm form = takeSubjectStart(&text, dialect, &word);
     if (form != SubjectForm::Plain)
         text = decodeSubjectWord(text, form, word, dialect);
-    appendFolds(&text, folds, word.charset, dialect.foldTokens);
+    appendFolds(&text, folds, word.charset, dialect.tokensInFolds);
     removeAll(&text, QStringLiteral("Subject: "));
-    if (dialect.emptySubjectLine)
+    if (dialect.dropsEmptySubject)
         removeAll(&text, QStringLiteral("Subject:\n"));
     return text;
 }

@@ -185,7 +185,7 @@ private slots:
             };
         };
 
-        const auto apple = rowsOf("apple", appleMailPlace);
+        const auto apple = rowsOf("apple", TreeCreatorForAppleMail);
         apple("above", "/s", "/s/me/In.mbox/Messages/1.emlx", "Mail/me/In.mbox", "/s/me/In.mbox");
         apple("imap", "/s", "/s/me/In.imapmbox/M/1.emlx", "Mail/me/In.imapmbox", "/s/me/In.imapmbox");
         apple("inside", "/s/a.mbox/M/0", "/s/a.mbox/M/0/1.emlx", "Mail/a.mbox", "/s/a.mbox");
@@ -197,7 +197,7 @@ private slots:
         apple("no mailbox", "/s", "/s/a.rssmbox/1.emlx", "", "");
         apple("mailbox without a name", "/s", "/s/.mbox/1.emlx", "Mail/.mbox", "/s/.mbox");
 
-        const auto mate = rowsOf("mate", mailMatePlace);
+        const auto mate = rowsOf("mate", TreeCreatorForMailMate);
         mate("above", "/s", "/s/IMAP/In.mailbox/M/1.eml", "Mail/IMAP/In.mailbox", "/s/IMAP/In.mailbox");
         mate("inside, .mbox goes from the name", "/s/a.mbox.mailbox/M", "/s/a.mbox.mailbox/M/1.eml",
              "Mail/a.mailbox", "/s/a.mbox.mailbox");
@@ -208,7 +208,7 @@ private slots:
         mate("mailbox in a file's name", "/s", "/s/a.mbox/1.mailbox.eml", "Mail/a.mailbox", "/s/a.mailbox");
         mate("no directory with the suffix", "/s", "/s/a.mailbox.eml", "", "");
 
-        const auto out = rowsOf("outspring", outspringPlace);
+        const auto out = rowsOf("outspring", TreeCreatorForOutSpring);
         out("the chosen folder itself", "/s", "/s/1.eml", "Mail", "/s");
         out("below", "/s", "/s/a/b/1.f.eml", "Mail/a/b", "/s/a/b");
         out(".mbox goes", "/s", "/s/x.mbox.mbox/y.mboxes/1.eml", "Mail/x/yes", "/s/x.mbox.mbox/y.mboxes");

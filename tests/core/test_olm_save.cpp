@@ -5,7 +5,6 @@
 #include "save/mail_saving.h"
 #include "save/olm_dates.h"
 #include "save/olm_message.h"
-#include "save/olm_target.h"
 #include "scan_run.h"
 
 #include <QSignalSpy>
@@ -288,26 +287,6 @@ private slots:
         QVERIFY(both.contains(QByteArray("01234567").toBase64() + '\n'));
         QVERIFY(!both.contains(QByteArray("012").toBase64() + '\n'));
     }
-
-    void targets_data()
-    {
-        // "file": below the bundle's "Mail"
-        const DataTable row([](const QString &folder, const QString &file) {
-            const MailboxTarget target = appleTargetOfOlmFolder(folder, "/out");
-            QCOMPARE(target.file, "/out/Main Identity.mbox/Mail/" + file);
-            QCOMPARE(target.folder + file.mid(file.lastIndexOf('/') + 1), target.file);
-        });
-        row("one", "Inbox", "Inbox/Inbox.mbox");
-        row("deep", "Inbox/Work", "Inbox/Work/Work.mbox");
-        row("none", "", "Folder1/Folder1.mbox");
-        row("dots in names", "a..b/...", "a..b/.../....mbox");
-        row("parents", "../..", QString::fromUtf8("‥/‥/‥.mbox"));
-        row("itself", "./a", QString::fromUtf8("․/a/a.mbox"));
-        row("absolute", "/etc", QString::fromUtf8("␣/etc/etc.mbox"));
-        row("empty ones", "a//b/", QString::fromUtf8("a/␣/b/␣/␣.mbox"));
-    }
-
-    void targets() { checkRow(); }
 
     void bundle()
     {

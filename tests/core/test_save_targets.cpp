@@ -1,9 +1,8 @@
 #include "data_table.h"
-#include "save/file_target.h"
-#include "save/mbox_target.h"
-#include "save/opera_target.h"
 #include "save/safe_path.h"
+#include "save/writers.h"
 #include "store_files.h"
+#include "text/opera_location.h"
 
 namespace
 {
@@ -29,10 +28,10 @@ private slots:
         // Apple Mail writer makes there.
         const DataTable row([](const QString &selected, const QString &path, const QString &outlook,
                                const QString &apple, const QString &folder) {
-            const MailboxTarget outlookTarget = outlookTargetOfMailbox(path, selected, "/out");
+            const MailboxTarget outlookTarget = mboxToOutlook(path, selected, "/out");
             QCOMPARE(outlookTarget.file, "/out/Main Identity.rge/Mail/" + outlook);
             QVERIFY(outlookTarget.file.startsWith(outlookTarget.folder));
-            const MailboxTarget appleTarget = appleTargetOfMailbox(path, selected, "/out");
+            const MailboxTarget appleTarget = mboxToAppleMail(path, selected, "/out");
             QCOMPARE(appleTarget.file, "/out/Main Identity.mbox/Mail/" + apple);
             QCOMPARE(appleTarget.folder, "/out/Main Identity.mbox/Mail/" + folder);
         });
@@ -62,17 +61,17 @@ private slots:
     {
         // "file": below the bundle
         const DataTable table(
-            [](const TargetRule *rule, const QString &selected, const QString &path, const QString &file) {
-                const bool toApple = rule == &mailMateToAppleMail || rule == &outspringToAppleMail;
-                const MailboxTarget target = targetOfStem(*rule, mailboxStem(*rule, path), selected, "/out");
+            [](TargetRule rule, const QString &selected, const QString &path, const QString &file) {
+                const bool toApple = rule == mailMateToAppleMail || rule == outspringToAppleMail;
+                const MailboxTarget target = rule(path, selected, "/out");
                 QCOMPARE(withSingleSlashes(target.file), (toApple ? apple : outlook) + file);
                 QVERIFY(target.folder.endsWith('/'));
                 QCOMPARE(target.file.left(target.folder.size()), target.folder);
             });
-        const auto rowsOf = [&table](const QByteArray &client, const TargetRule &rule) {
-            return [&table, client, &rule](const char *name, const char *selected, const char *below,
-                                           const char *file) {
-                table(client + ": " + name, &rule, selected, QString(selected) + below,
+        const auto rowsOf = [&table](const QByteArray &client, TargetRule rule) {
+            return [&table, client, rule](const char *name, const char *selected, const char *below,
+                                          const char *file) {
+                table(client + ": " + name, rule, selected, QString(selected) + below,
                       QString("Mail/") + file);
             };
         };
@@ -90,7 +89,7 @@ private slots:
         emlx("suffix within a name", "/u", "/a.mbox.old.mbox/1.emlx", "a.old/a.mbox.old.mbox");
         emlx("name that would lead up", "/u", "/...mbox/...mbox/1.emlx", "%2E%2E/%2E%2E/...mbox");
         emlx("in no mailbox", "/u/Mail", "/loose/1.emlx", "loose/loose.mbox");
-        table("emlx: not below the store", &emlxToOutlook, "/u/Mail", "/v/In.mbox/1.emlx", "In.mbox");
+        table("emlx: not below the store", emlxToOutlook, "/u/Mail", "/v/In.mbox/1.emlx", "In.mbox");
 
         const auto mailMate = rowsOf("MailMate", mailMateToOutlook);
         mailMate("account's folder", "/u/MM", "/Messages/IMAP/me/In.mailbox/Messages/1.eml", "me/In/In.mbox");
@@ -100,7 +99,7 @@ private slots:
         mailMate("cut to nothing", "/u", "/Messages.mailbox/1.eml", "Messages.mbox");
         mailMate("mailbox selected", "/u/IMAP/acct/INBOX.mailbox", "/Messages/1.eml", "INBOX/INBOX.mbox");
         mailMate("within a mailbox", "/u/INBOX.mailbox/Messages", "/1.eml", "Messages/INBOX/INBOX.mbox");
-        table("MailMate: inside", &mailMateToOutlook, "/u/In", "/u/In.mailbox/1.eml", "Mail/In/In.mbox");
+        table("MailMate: inside", mailMateToOutlook, "/u/In", "/u/In.mailbox/1.eml", "Mail/In/In.mbox");
         mailMate("mailbox wins", "/u", "/a.mailbox/b.mbox/1.eml", "a/a.mbox");
 
         const auto mailMateToApple = rowsOf("MailMate to Apple Mail", mailMateToAppleMail);
@@ -125,7 +124,7 @@ private slots:
     {
         const DataTable row([](const QByteArray &text, const QString &location) {
             QString found;
-            takeOperaLocation(viewOf(text), &found);
+            takeOperaFolderBehind(viewOf(text), &found);
             QCOMPARE(found, location);
             QCOMPARE(found.isNull(), location.isNull());
         });
@@ -142,22 +141,26 @@ private slots:
 
     void operaLocation() { checkRow(); }
 
-    void operaTargets_data()
+    void namedFolders_data()
     {
-        const DataTable row([](const QString &account, const QString &location, const QString &file) {
-            const MailboxTarget target = operaTarget(account, location, "/out/b");
-            QCOMPARE(target.file, file);
-            QCOMPARE(target.folder, file.left(file.lastIndexOf('/') + 1));
+        const DataTable row([](TargetRule rule, const QString &folder, const QString &file) {
+            const MailboxTarget target = rule(folder, "/selected", "/out");
+            QCOMPARE(target.file, (rule == operaToOutlook ? outlook : apple) + ("Mail/" + file));
+            QCOMPARE(target.folder, target.file.left(target.file.lastIndexOf('/') + 1));
         });
-        row("folder", "Work", "INBOX", "/out/b/Mail/Work/INBOX/INBOX.mbox");
-        row("folders", "Work", "INBOX/Projects", "/out/b/Mail/Work/INBOX/Projects/Projects.mbox");
-        row("none", "Work", QString(), "/out/b/Mail/Work/Mails/Mails.mbox");
-        row("empty", "Work", "", "/out/b/Mail/Work//.mbox");
-        row("trimmed at its end", "Work", "a ", "/out/b/Mail/Work/a/a.mbox");
-        row("up", "Work", "../../../x/..", "/out/b/Mail/Work/%2E%2E/%2E%2E/%2E%2E/x/%2E%2E/%2E%2E.mbox");
+        row("Opera", operaToOutlook, "/Work/INBOX/Projects", "Work/INBOX/Projects/Projects.mbox");
+        row("Opera to Apple Mail", operaToAppleMail, "/Work/INBOX", "Work/INBOX/INBOX.mbox");
+        row("Opera, empty", operaToAppleMail, "/Work/", "Work//.mbox");
+        row("Opera, up", operaToOutlook, "/../../x/..", "%2E%2E/%2E%2E/x/%2E%2E/%2E%2E.mbox");
+        row("olm", olmToAppleMail, "Inbox", "Inbox/Inbox.mbox");
+        row("olm, deep", olmToAppleMail, "Inbox/Work", "Inbox/Work/Work.mbox");
+        row("olm, none", olmToAppleMail, "", "Folder1/Folder1.mbox");
+        row("olm, dots in names", olmToAppleMail, "a..b/...", "a..b/.../....mbox");
+        row("olm, up", olmToAppleMail, "../.", "%2E%2E/%2E/%2E.mbox");
+        row("olm, empty components", olmToAppleMail, "/a//b/", "/a//b//.mbox");
     }
 
-    void operaTargets() { checkRow(); }
+    void namedFolders() { checkRow(); }
 
     void harmlessPaths_data()
     {

@@ -2,6 +2,7 @@
 
 #include "app/problem_log.h"
 #include "app/shared_state.h"
+#include "browse/olm_preview.h"
 #include "browse/shown_html.h"
 #include "browse/window/header_pane.h"
 #include "browse/window/mail_view.h"

@@ -4,6 +4,7 @@
 #include "app/shared_state.h"
 #include "app/window/window_state.h"
 #include "dialogs/problem_text.h"
+#include "save/bundle.h"
 #include "save/bundle_place.h"
 #include "save/mail_saving.h"
 #include "save/ticked_items.h"
@@ -18,9 +19,7 @@
 
 /// What differs between the two targets.
 struct SaveTarget {
-    const char *bundle; ///< name of the bundle
-    std::atomic<bool> *flag;
-    std::atomic<bool> *otherFlag;
+    const Bundle &bundle;
     void (QConverterMainWindow::*prepareFolders)();
 };
 
@@ -43,27 +42,24 @@ void QConverterMainWindow::OnSavingFiles()
 
 void QConverterMainWindow::OnSavingFilesforOutlook()
 {
-    saveFiles(
-        {"Main Identity.rge", &bForOutlookMail, &bForAppleMail, &QConverterMainWindow::CreateMailFolder});
+    saveFiles({outlookBundle, &QConverterMainWindow::CreateMailFolder});
 }
 
 void QConverterMainWindow::OnSavingFilesforApple()
 {
-    saveFiles({"Main Identity.mbox", &bForAppleMail, &bForOutlookMail,
-               &QConverterMainWindow::CreateMailFolderforApple});
+    saveFiles({appleBundle, &QConverterMainWindow::CreateMailFolderforApple});
 }
 
 void QConverterMainWindow::saveFiles(const SaveTarget &target)
 {
     bStopFlag = false;
-    *target.flag = true;
-    *target.otherFlag = false;
+    setTargetBundle(target.bundle);
     saveDir = QFileDialog::getExistingDirectory(this, tr("Open Directory"), QDir::homePath(),
                                                 QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
     if (saveDir.isEmpty())
         return;
-    FileSavingPath = saveDir + QLatin1Char('/') + QLatin1String(target.bundle);
-    if (!takePlace(QLatin1String(target.bundle)))
+    FileSavingPath = bundlePath(target.bundle, saveDir);
+    if (!takePlace(QLatin1String(target.bundle.name)))
         return;
     (this->*target.prepareFolders)();
     FileSavingIdentification = false;

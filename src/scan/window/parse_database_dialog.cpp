@@ -21,6 +21,9 @@
 #include <QMessageBox>
 #include <QUrl>
 
+#include <algorithm>
+#include <iterator>
+
 namespace
 {
 constexpr int archiveClient = 5; ///< the client whose store is an .olm file
@@ -46,7 +49,7 @@ QString chosenIn(QFileDialog *dialog)
 const StoreKind &kindAt(int index)
 {
     const StoreKind *kind = findStoreKind(index);
-    return kind ? *kind : storeKinds().front();
+    return kind ? *kind : storeKinds[0];
 }
 
 // The largest store below a folder, unless the look would hold the window up: then client 0.
@@ -62,6 +65,31 @@ FoundStore storeBelow(const QString &folder)
 }
 } // namespace
 
+// What the dialog does for a kind of store: how it shows the client's default location, and what Browse opens.
+struct QParseDatabase::StoreRow {
+    const StoreScan *store;
+    void (QParseDatabase::*showDefaultLocation)();
+    void (QParseDatabase::*browse)();
+};
+
+const QParseDatabase::StoreRow &QParseDatabase::rowOf(const StoreKind &kind)
+{
+    using This = QParseDatabase;
+    // clang-format off
+    static constexpr StoreRow rows[] = {
+        {&mboxStore,      &This::DefaultDatabaseLocationforMbox,       &This::OpenFileDialogforMbox},
+        {&emlxStore,      &This::DefaultDatabaseLocation,              &This::OpenFileDialog},
+        {&mailMateStore,       &This::DefaultDatabaseLocationforEml,        &This::OpenFileDialogforEml},
+        {&outspringStore, &This::DefaultDatabaseLocationforEmlandfEml, &This::OpenFileDialogforEmlandfEml},
+        {&operaStore,     &This::DefaultDatabaseLocationforMbs,        &This::OpenFileDialogforMbs},
+        {&olmStore,       &This::showSelectedFile,                     &This::browseForFile},
+        {nullptr,         &This::showSelectedFile,                     &This::OpenFileDialogForSelectMailClient},
+    };
+    // clang-format on
+    return *std::find_if(std::begin(rows), std::end(rows) - 1,
+                         [&kind](const StoreRow &row) { return row.store == kind.store; });
+}
+
 QParseDatabase::QParseDatabase(QWidget *parent) : QWidget(parent, Qt::Sheet)
 {
     bProcessRunning = false;
@@ -69,7 +97,7 @@ QParseDatabase::QParseDatabase(QWidget *parent) : QWidget(parent, Qt::Sheet)
     fitToText(closeButton);
     textEdit_FileSelected->resize(textEdit_FileSelected->width() - fitToText(browseConverterButton),
                                   textEdit_FileSelected->height());
-    for (const StoreKind &kind : storeKinds())
+    for (const StoreKind &kind : storeKinds)
         comboBoxForClientList->addItem(QCoreApplication::translate("BrowseWindow", kind.label));
     comboBoxForClientList->setMaxVisibleItems(comboBoxForClientList->count());
     label_4->installEventFilter(this);
@@ -115,9 +143,10 @@ void QParseDatabase::ChangeSourceLineEdit(int index)
 {
     m_selectedFile.clear();
     showSelectedFile();
-    if (kindAt(index).defaultLocation)
-        fillDefaultLocation();
-    if (!m_dropped.isEmpty() && kindAt(index).browse == BrowseFor::Folder) {
+    const StoreKind &kind = kindAt(index);
+    if (kind.defaultLocation)
+        (this->*rowOf(kind).showDefaultLocation)();
+    if (!m_dropped.isEmpty() && kind.store && kind.store != &olmStore) {
         m_selectedFile = m_dropped; // a folder dropped before its client was chosen
         m_dropped.clear();
         showSelectedFile();
@@ -128,17 +157,7 @@ void QParseDatabase::ChangeSourceLineEdit(int index)
 void QParseDatabase::SourceLocationOfFile()
 {
     globalVarForCurrentIndex = comboBoxForClientList->currentIndex();
-    switch (kindAt(globalVarForCurrentIndex).browse) {
-    case BrowseFor::Nothing:
-        OpenFileDialogForSelectMailClient();
-        break;
-    case BrowseFor::Folder:
-        browseForFolder();
-        break;
-    case BrowseFor::File:
-        browseForFile();
-        break;
-    }
+    (this->*rowOf(kindAt(globalVarForCurrentIndex)).browse)();
 }
 
 void QParseDatabase::OpenFileDialogForSelectMailClient()
@@ -148,7 +167,7 @@ void QParseDatabase::OpenFileDialogForSelectMailClient()
     QMessageBox::information(this, tr("VelmoraMailConverter"), tr("\nChoose a mail client."));
 }
 
-// A dialog that is left without a choice brings the client's default location back.
+// Left without a choice, the client's default location comes back.
 void QParseDatabase::browseForFolder()
 {
     QFileDialog dialog(this, tr("Open Directory"), QStringLiteral("/"));

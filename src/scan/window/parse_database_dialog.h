@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+struct StoreKind;
+
 /// The selection dialog: mail client and place of its store. What it decides ends in m_selectedFile and in the scan
 /// thread's m_mailClientIndex. A new object is made for every selection.
 class QParseDatabase : public QWidget, private Ui_BrowseWindow
@@ -35,9 +37,23 @@ protected:
 
 private:
     void ConnectSignals();
+
+    struct StoreRow;
+    static const StoreRow &rowOf(const StoreKind &kind);
+    void DefaultDatabaseLocation() { fillDefaultLocation(); }
+    void DefaultDatabaseLocationforEml() { fillDefaultLocation(); }
+    void DefaultDatabaseLocationforEmlandfEml() { fillDefaultLocation(); }
+    void DefaultDatabaseLocationforMbs() { fillDefaultLocation(); }
+    void DefaultDatabaseLocationforMbox() { fillDefaultLocation(); }
+    void OpenFileDialogForSelectMailClient();
+    void OpenFileDialog() { browseForFolder(); }
+    void OpenFileDialogforEml() { browseForFolder(); }
+    void OpenFileDialogforEmlandfEml() { browseForFolder(); }
+    void OpenFileDialogforMbs() { browseForFolder(); }
+    void OpenFileDialogforMbox() { browseForFolder(); }
+
     void fillDefaultLocation();
     void showSelectedFile();
-    void OpenFileDialogForSelectMailClient();
     void browseForFolder();
     void browseForFile();
     void showChosen();

@@ -1,10 +1,12 @@
 #include "browse/message_rows.h"
 
+#include "app/olm_records.h"
 #include "app/problem_log.h"
-#include "app/shared_state.h"
+#include "app/records.h"
 #include "platform/folder_walk.h"
 #include "text/header_lines.h"
 #include "text/opera_accounts.h"
+#include "text/semicolon_list.h"
 
 namespace
 {
@@ -15,6 +17,14 @@ QString fileRowText(const QString &sender, const QString &subject)
     if (text.endsWith(QLatin1Char('\n')))
         text.chop(1);
     return text;
+}
+
+// A subject that was not decoded still has its line feed, of which one goes.
+QString mailboxRowText(const QString &sender, QString subject)
+{
+    if (subject.endsWith(QLatin1Char('\n')))
+        subject.chop(1);
+    return sender + QLatin1Char('\n') + subject;
 }
 
 constexpr size_t headerBlockBytes = 8 * 1024; // sender and subject mostly stand in the first block
@@ -40,6 +50,39 @@ bool isCompanion(const QString &file)
     return false;
 }
 } // namespace
+
+std::vector<MessageRow> mailboxRows(const QString &folderPath)
+{
+    std::vector<MessageRow> rows;
+    for (const MboxMessageNode *record : messagesOfPath(folderPath))
+        rows.push_back({mailboxRowText(record->from, record->subject), record->path,
+                        QString::number(record->offset), QString::number(record->length)});
+    return rows;
+}
+
+std::vector<MessageRow> operaRows(const QString &folderPath, const QString &folderName)
+{
+    std::vector<MessageRow> rows;
+    for (const MboxMessageNode *record : messagesOfLabel(operaAccountOf(folderPath), folderName)) {
+        QString sender = record->from;
+        if (sender.endsWith(QLatin1Char('\n')))
+            sender.remove(QLatin1Char('\n'));
+        rows.push_back({fileRowText(sender, record->subject), record->path, QString(), QString()});
+    }
+    return rows;
+}
+
+std::vector<MessageRow> olmRows(qint64 folderId)
+{
+    std::vector<MessageRow> rows;
+    for (const MailMLRC *record : olmRecordsOfFolder(folderId)) {
+        const QString subject =
+            record->szSubject.isEmpty() ? QStringLiteral("No Subject") : record->szSubject.text();
+        rows.push_back({lastItem(record->szFromName.text()) + QLatin1Char('\n') + subject, QString(),
+                        QString::number(record->llBodyOffset), QString::number(record->llBodySize)});
+    }
+    return rows;
+}
 
 QStringList filesBelow(const QString &folder, void (*keepAlive)())
 {
@@ -76,16 +119,4 @@ std::optional<MessageRow> rowOfMessageFile(const QString &file, bool *opened)
         return std::nullopt;
     return MessageRow{fileRowText(found.sender.value_or(QString()), found.subject.value_or(QString())), file,
                       QString(), QString()};
-}
-
-std::vector<MessageRow> operaRows(const QString &folderPath, const QString &folderName)
-{
-    std::vector<MessageRow> rows;
-    for (const MboxMessageNode *record : messagesOfLabel(operaAccountOf(folderPath), folderName)) {
-        QString sender = record->from;
-        if (sender.endsWith(QLatin1Char('\n')))
-            sender.remove(QLatin1Char('\n'));
-        rows.push_back({fileRowText(sender, record->subject), record->path, QString(), QString()});
-    }
-    return rows;
 }

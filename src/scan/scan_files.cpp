@@ -4,11 +4,39 @@
 #include "app/shared_state.h"
 #include "scan/file_store_scan.h"
 #include "scan/no_data_reason.h"
+#include "scan/opera_scan.h"
 #include "scan/passed_over_scan.h"
+#include "scan/store_kinds.h"
 
-// The frame of the readers that search for files.
+// The readers of stores with a file for each message, and their frame.
 
-void QMessageSavingThread::scanFileStore(const FileStore &store)
+void QMessageSavingThread::FileSearch()
+{
+    scanFileStore(emlxStore);
+}
+
+void QMessageSavingThread::FileSearchForEml()
+{
+    scanFileStore(mailMateStore);
+}
+
+void QMessageSavingThread::FileSearchForEmlandfEml()
+{
+    scanFileStore(outspringStore);
+}
+
+void QMessageSavingThread::FileSearchForMbs()
+{
+    if (!beginFiles())
+        return;
+    OperaScan scan(m_indexMessages ? OperaFields::All : OperaFields::Folder);
+    if (scan.find())
+        takeFiles(
+            operaStore, [&](const QString &path) { return scan.take(path); },
+            [this](FileStep step, const QString &path) { tellPassedOver(operaStore, {}, step, path); });
+}
+
+void QMessageSavingThread::scanFileStore(const StoreScan &store)
 {
     if (!beginFiles())
         return;
@@ -16,17 +44,14 @@ void QMessageSavingThread::scanFileStore(const FileStore &store)
     if (!scan.find())
         return;
     takeFiles(
-        scan.paths(), [&](const QString &path) { return scan.take(path); },
-        [&](FileStep step, const QString &path) {
-            const QString suffix = QLatin1String(store.pattern + 1);
-            tellPassedOver({suffix, scan.usedParts(), true, QString()}, step, path);
-        });
+        store, [&](const QString &path) { return scan.take(path); },
+        [&](FileStep step, const QString &path) { tellPassedOver(store, scan.usedParts(), step, path); });
 }
 
-// Tells what the scan has not taken; `step` and `path`: what it ended at, Taken where it went through all files.
-void QMessageSavingThread::tellPassedOver(TakenFiles taken, FileStep step, const QString &path)
+void QMessageSavingThread::tellPassedOver(const StoreScan &store, const QSet<QString> &usedParts,
+                                          FileStep step, const QString &path)
 {
-    taken.isWhole = step == FileStep::Taken;
+    TakenFiles taken{QLatin1String(store.pattern + 1), usedParts, step == FileStep::Taken, QString()};
     if (step == FileStep::Unreadable)
         taken.unreadable = path;
     if (step == FileStep::WrongStore)
@@ -43,10 +68,11 @@ bool QMessageSavingThread::beginFiles()
     return true;
 }
 
-void QMessageSavingThread::takeFiles(const QStringList &paths,
+void QMessageSavingThread::takeFiles(const StoreScan &store,
                                      const std::function<FileStep(const QString &path)> &take,
                                      const std::function<void(FileStep, const QString &path)> &atEnd)
 {
+    const QStringList &paths = *store.found;
     if (paths.isEmpty()) {
         atEnd(FileStep::Taken, QString());
         emitNoData();

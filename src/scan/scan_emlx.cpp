@@ -1,8 +1,0 @@
-#include "scan/message_saving_thread.h"
-
-#include "scan/file_store_scan.h"
-
-void QMessageSavingThread::FileSearch()
-{
-    scanFileStore(appleMailStore);
-}
