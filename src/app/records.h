@@ -25,6 +25,7 @@ struct MailItemNode {
     QString path;    ///< absolute
     qint64 parentId; ///< the folder that the file belongs to
     MailItemNode *next;
+    qint64 size = 0; ///< a mailbox: bytes, at the scan
 
     /// Bytes of the path as UTF-16.
     qint32 pathLength() const { return path.size() * static_cast<qint32>(sizeof(QChar)); }

@@ -14,6 +14,7 @@
 #include "save/save_report.h"
 #include "save/ticked_items.h"
 
+#include <QFileInfo>
 #include <QStorageInfo>
 #include <QTextStream>
 
@@ -32,9 +33,12 @@ bool sayProblems()
 
 void sayHowScanEnded(const Arguments &arguments, Outcome outcome)
 {
-    if (outcome == Outcome::Nothing)
-        say(QStringLiteral("Selected file is either invalid or empty: ") + arguments.store);
-    const bool said = sayProblems(); // the reason behind it
+    if (outcome == Outcome::Nothing) {
+        const QString reason = takeProblems().join(QStringLiteral("; "));
+        say(QStringLiteral("Selected file is either invalid or empty: ") + arguments.store +
+            (reason.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(reason)));
+    }
+    const bool said = sayProblems();
     if (outcome == Outcome::Stopped)
         say(QStringLiteral("stopped while scanning ") + arguments.store);
     else if (outcome == Outcome::Ended && !said)
@@ -75,7 +79,6 @@ void setTarget(const Arguments &arguments)
 {
     saveDir = arguments.outDir;
     FileSavingPath = bundlePath(*arguments.bundle, saveDir);
-    bExactCopies = arguments.exact;
     setTargetBundle(*arguments.bundle);
 }
 
@@ -191,11 +194,32 @@ Outcome endSave(Outcome save, const ScanResult &scan, const SaveReport &report)
                            "would help: ") +
             BundlePlace::oldPath(FileSavingPath));
     sayProblems();
+    if (report.check && !report.check->differences.isEmpty())
+        say(QStringLiteral("not as written, %1 difference(s): %2")
+                .arg(report.check->differences.size())
+                .arg(report.check->differences.first()));
     return outcome;
+}
+
+// True if the report would be written over a file that is read, or into the bundle.
+bool reportIsInTheWay(const Arguments &arguments)
+{
+    if (!QFileInfo::exists(arguments.report))
+        return false;
+    const QString report = QFileInfo(arguments.report).canonicalFilePath();
+    bool isRead = report == QFileInfo(arguments.store).canonicalFilePath();
+    for (const MailItemNode *item = StartMailItem; item && !isRead; item = item->next)
+        isRead = report == QFileInfo(item->path).canonicalFilePath();
+    const QString bundle = QFileInfo(FileSavingPath).canonicalFilePath();
+    return isRead || (!bundle.isEmpty() && report.startsWith(bundle + QLatin1Char('/')));
 }
 
 int saveTicked(const Arguments &arguments, const ScanResult &scan)
 {
+    if (reportIsInTheWay(arguments)) {
+        say(QStringLiteral("the report would be written over mail: ") + arguments.report);
+        return ExitUsage;
+    }
     if (const QString problem = takePlace(arguments); !problem.isEmpty()) {
         say(problem);
         return endWithoutSave(arguments, Outcome::Ended);
@@ -247,6 +271,7 @@ int runCommand(const Arguments &arguments)
         say(conflict);
         return ExitUsage;
     }
+    bExactCopies = arguments.exact;
     const ScanFor purpose = arguments.command == Command::Convert ? ScanFor::Saving : ScanFor::Browsing;
     const ScanResult scan = runScan(arguments.kind->client, purpose, !arguments.quiet);
     sayHowScanEnded(arguments, scan.outcome);
@@ -259,7 +284,7 @@ int runCommand(const Arguments &arguments)
         return status;
     std::vector<SentFolder> chosen;
     if (status != ExitStopped && !chooseFolders(arguments, scan, &chosen))
-        return ExitNothing;
+        return status == ExitDone ? ExitNothing : status;
     if (arguments.command == Command::Convert)
         return convert(arguments, scan, chosen);
     const std::vector<SentFolder> &shown = arguments.folders.isEmpty() ? scan.folders : chosen;

@@ -57,12 +57,16 @@ void writeLeftOut(JsonWriter *json, const LeftOutItem &item)
     json->endObject();
 }
 
-void writeRest(JsonWriter *json, const char *reason, qint64 messages)
+void writeRest(JsonWriter *json, const char *reason, std::optional<qint64> messages)
 {
     json->beginObject();
     json->key("path").null();
     json->key("reason").value(QString::fromLatin1(reason));
-    json->key("messages").value(messages);
+    json->key("messages");
+    if (messages)
+        json->value(*messages);
+    else
+        json->null();
     json->endObject();
 }
 
@@ -72,7 +76,7 @@ void writeLeftOutItems(JsonWriter *json, const SaveLedger &ledger)
     for (const LeftOutItem &item : ledger.leftOutItems())
         writeLeftOut(json, item);
     if (const std::optional<LeftOutItem> rest = ledger.itemsNotKept())
-        writeRest(json, nameOf(rest->reason), *rest->messages);
+        writeRest(json, nameOf(rest->reason), rest->messages);
     json->endArray();
 }
 

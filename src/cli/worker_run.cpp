@@ -114,6 +114,7 @@ ScanResult runScan(int client, ScanFor purpose, bool showProgress)
     QMessageSavingThread scan;
     scan.m_mailClientIndex = client;
     scan.m_indexMessages = purpose == ScanFor::Browsing;
+    scan.m_forExactCopies = bExactCopies;
     bool finished = false;
     bool nothing = false;
     QHash<qint64, QString> treeOfFolder;

@@ -63,7 +63,8 @@ bool liesIn(const QString &inner, const QString &outer)
             if (::stat(QFile::encodeName(path).constData(), &info) == 0 && areSame(info, wanted))
                 return true;
         }
-    return false;
+    struct stat root = {};
+    return ::stat("/", &root) == 0 && areSame(root, wanted);
 }
 
 // A bundle that is on its way out: its removal may take long, and a name that is gone at once leaves no half bundle.

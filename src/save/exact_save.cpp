@@ -4,6 +4,7 @@
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "save/exact_olm.h"
+#include "save/message_counter.h"
 #include "save/outlook_bundle.h"
 
 #include <cerrno>
@@ -67,8 +68,9 @@ void ExactSaving::closeMailbox()
     saveLedger.addBytes(m_target.takeAddedBytes());
 }
 
-void ExactSaving::saveMailbox(const QString &path, const std::function<void(int)> &progress)
+void ExactSaving::saveMailbox(const MailItemNode &mailbox, const std::function<void(int)> &progress)
 {
+    const QString &path = mailbox.path;
     ByteSource source = ByteSource::ofFile(path);
     const ExactMailboxCopy probe = probeMailbox(&source);
     LeftOutItem item;
@@ -91,21 +93,25 @@ void ExactSaving::saveMailbox(const QString &path, const std::function<void(int)
         progress(static_cast<int>(done * 100 / source.size()));
         return m_goOn();
     });
-    const qint64 unseen =
-        copy.end == ExactEnd::Whole
-            ? 0
-            : qMax<qint64>(0, static_cast<qint64>(messagesOfPath(path).size()) - copy.found);
+    std::optional<qint64> all = static_cast<qint64>(messagesOfPath(path).size());
+    if (copy.end == ExactEnd::Stopped)
+        all = MessageCounter()(path);
+    const qint64 unseen = qMax<qint64>(0, all.value_or(0) - copy.found);
     saveLedger.addFound(copy.found + unseen);
     if (copy.written > 0 || copy.strays > 0)
         saveLedger.addTarget(m_place.file);
     saveLedger.addWritten(copy.written);
     saveLedger.addStrays(copy.strays, {path, 0});
-    if (copy.end != ExactEnd::Whole) {
+    if (copy.end == ExactEnd::Whole && unseen == 0)
+        tellShrunk(mailbox, source);
+    if (copy.end != ExactEnd::Whole || unseen > 0) {
         item.offset = copy.cutOffset;
-        item.messages = copy.found + unseen - copy.written;
+        if (all || copy.found > copy.written)
+            item.messages = copy.found + unseen - copy.written;
         item.text = copy.end == ExactEnd::Unwritable ? m_target.errorString() : source.errorString();
         item.reason = copy.end == ExactEnd::Unwritable ? LeftOutReason::Unwritable
                       : copy.end == ExactEnd::Stopped  ? LeftOutReason::Stopped
+                      : copy.end == ExactEnd::Whole    ? LeftOutReason::Vanished
                                                        : LeftOutReason::Unreadable;
         saveLedger.addLeftOut(item);
     }

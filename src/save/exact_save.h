@@ -20,7 +20,7 @@ public:
     /// What is saved from now on belongs to this folder.
     void enterFolder(qint64 folderId);
     /// A mailbox file; `progress` gets per cents of it.
-    void saveMailbox(const QString &path, const std::function<void(int percent)> &progress);
+    void saveMailbox(const MailItemNode &mailbox, const std::function<void(int percent)> &progress);
     /// A file with one message, opened ahead.
     void saveMessage(ByteSource source);
     /// A message of the archive.

@@ -6,6 +6,7 @@
 
 #include <functional>
 
+struct MailItemNode;
 class FileSaving;
 struct FolderAttribNode;
 struct Writer;
@@ -60,7 +61,7 @@ private:
     bool saveFolder(const FolderAttribNode &folder, FileSaving *saving,
                     const std::function<ByteSource()> &next);
     /// Copies one mailbox file of an mbox store; `prepared`: the bundle is laid out.
-    void copyMailbox(const QString &path, bool *prepared);
+    void copyMailbox(const MailItemNode &mailbox, bool *prepared);
     void openTarget(MailboxFile *target, bool *prepared);
     /// The exact copies of all ticked folders; the next two give false after a stop.
     void saveExactCopies();

@@ -4,6 +4,7 @@
 #include "platform/file_handle.h"
 #include "save/bundle_place.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -24,7 +25,7 @@ constexpr mode_t newFileMode = 0666;
 void MailboxFile::open(const QString &path, const FinderCodes &codes)
 {
     close();
-    m_path = path;
+    m_path = QDir::cleanPath(path); // "Mail//Inbox.mbox" comes of a folder without a name
     m_error.clear();
     m_size = m_start = m_settled = 0;
     m_isOpen = true;

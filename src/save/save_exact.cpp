@@ -5,6 +5,7 @@
 #include "app/shared_state.h"
 #include "platform/read_ahead.h"
 #include "save/exact_save.h"
+#include "save/message_counter.h"
 #include "save/ticked_items.h"
 
 #include <memory>
@@ -12,15 +13,6 @@
 namespace
 {
 constexpr size_t startBytes = 64 * 1024; // most messages whole
-
-// The messages in a file that was not reached.
-std::optional<qint64> messagesInFile(const QString &path)
-{
-    if (!bMboxFileFound)
-        return 1;
-    const auto known = static_cast<qint64>(messagesOfPath(path).size());
-    return known > 0 ? std::make_optional(known) : std::nullopt;
-}
 } // namespace
 
 // Goes through the ticked folders as the fixed forms do. After a stop there are no end signals.
@@ -62,15 +54,18 @@ bool QMailSaving::saveExactFiles()
             if (files)
                 saving.saveMessage(files->next());
             else
-                saving.saveMailbox(item->path, [this](int percent) { showPercent(percent); });
+                saving.saveMailbox(*item, [this](int percent) { showPercent(percent); });
             ++noOfConvertedMessage;
             if (files)
                 showPercent(static_cast<int>(noOfConvertedMessage * 100 / ulCount));
         }
     }
     saving.closeMailbox();
+    std::function<std::optional<qint64>(const QString &)> messagesIn = [](const QString &) { return 1; };
+    if (bMboxFileFound)
+        messagesIn = MessageCounter();
     if (noOfConvertedMessage < ulCount)
-        leaveOutFiles(noOfConvertedMessage, LeftOutReason::Stopped, messagesInFile);
+        leaveOutFiles(noOfConvertedMessage, LeftOutReason::Stopped, messagesIn);
     return !bStopFlag;
 }
 

@@ -128,7 +128,9 @@ void SaveLedger::addLeftOut(const LeftOutItem &item)
         m_leftOutItems.push_back(item);
     } else {
         ++count.itemsBeyond;
-        m_messagesBeyond += messages;
+        m_messagesBeyond = m_messagesBeyond && item.messages
+                               ? std::make_optional(*m_messagesBeyond + messages)
+                               : std::nullopt;
     }
 }
 

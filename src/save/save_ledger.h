@@ -130,7 +130,8 @@ public:
     /// All folders together; id, tree and mailboxes are empty.
     const FolderCount &total() const { return m_total; }
     const std::vector<LeftOutItem> &leftOutItems() const { return m_leftOutItems; }
-    /// All items that were not kept, as one without a path: the known numbers, and the reason that most of them have.
+    /// All items that were not kept, as one without a path: their messages, if all numbers are known, and the reason
+    /// that most of them have.
     /// Nothing if all were kept.
     std::optional<LeftOutItem> itemsNotKept() const;
     /// Messages left out for a reason, known numbers only.
@@ -171,7 +172,8 @@ private:
     FolderCount m_total;
     std::vector<LeftOutItem> m_leftOutItems;
     std::array<ReasonCount, leftOutReasons> m_leftOutBy = {};
-    qint64 m_messagesBeyond = 0; ///< of the items that were not kept
+    std::optional<qint64> m_messagesBeyond =
+        0; ///< of the items that were not kept; nothing if one has no number
     std::array<ChangeCount, changeKinds> m_changes;
     std::vector<TargetCount> m_targets;
     QHash<QString, size_t> m_placeOfTarget;

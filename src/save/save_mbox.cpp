@@ -5,13 +5,13 @@
 #include "app/shared_state.h"
 #include "save/bundle_place.h"
 #include "save/mailbox_copy.h"
+#include "save/message_counter.h"
 #include "save/outlook_bundle.h"
 #include "save/save_ledger.h"
 #include "save/ticked_items.h"
 #include "save/writers.h"
 #include "text/mailbox_paths.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -19,33 +19,6 @@
 
 namespace
 {
-// Counts the messages of mailboxes that a save has not copied: as the scan did or, where that did not look into the
-// files, by reading them, but no longer than a user who stops a save will wait.
-class MessageCounter
-{
-public:
-    MessageCounter() { m_timer.start(); }
-
-    // Nothing where the number is not known.
-    std::optional<qint64> operator()(const QString &path) const
-    {
-        if (const size_t messages = messagesOfPath(path).size(); messages > 0)
-            return static_cast<qint64>(messages);
-        MailboxCopy copy;
-        if (m_timer.elapsed() > longestWait || (!copy.open(path.trimmed()) && !copy.startsWithMark()))
-            return std::nullopt;
-        MailboxFile none(SaveMode::CountOnly);
-        none.open(path, appleMailbox);
-        const CopyEnd end =
-            copy.copyTo(&none, [&](qint64, qint64) { return m_timer.elapsed() <= longestWait; });
-        return end == CopyEnd::Whole ? std::make_optional(copy.tally().found()) : std::nullopt;
-    }
-
-private:
-    static constexpr qint64 longestWait = 100; // milliseconds, that a stop is kept waiting
-    QElapsedTimer m_timer;
-};
-
 // A mailbox that can't be opened as one any more.
 void tellPassedOver(const QString &path, MailboxCopy *copy)
 {
@@ -88,8 +61,9 @@ LeftOutItem leftOutBy(CopyEnd end, const MailboxCopy &copy, const QString &write
 }
 
 // What the copy of a mailbox left out, of all the messages that are known to be in it.
-void tellLeftOut(const QString &path, const MailboxCopy &copy, CopyEnd end, const QString &writeError)
+void tellLeftOut(const MailItemNode &mailbox, const MailboxCopy &copy, CopyEnd end, const QString &writeError)
 {
+    const QString &path = mailbox.path;
     LeftOutItem item = leftOutBy(end, copy, writeError);
     item.path = path;
     std::optional<qint64> all = static_cast<qint64>(messagesOfPath(path).size());
@@ -97,25 +71,24 @@ void tellLeftOut(const QString &path, const MailboxCopy &copy, CopyEnd end, cons
         all = MessageCounter()(path);
     const qint64 unseen = qMax<qint64>(0, all.value_or(0) - copy.tally().found());
     if (end == CopyEnd::Whole && unseen == 0)
-        return;
+        return tellShrunk(mailbox, copy.source());
     saveLedger.addFound(unseen);
     if (all || copy.tally().found() > 0)
         item.messages = copy.tally().leftOut() + unseen;
     saveLedger.addLeftOut(item);
 }
 
-void tellCopied(const QString &path, const MailboxCopy &copy, CopyEnd end, MailboxFile *target)
+void tellCopied(const MailItemNode &mailbox, const MailboxCopy &copy, CopyEnd end, MailboxFile *target)
 {
     const MailboxTally &tally = copy.tally();
     saveLedger.enterTarget(target->path());
     if (tally.written() + tally.joined() + tally.strays() > 0 && tally.found() > 0)
         saveLedger.addTarget(target->path());
-    tally.tell(path, &saveLedger);
-    tellLeftOut(path, copy, end, target->errorString());
+    tally.tell(mailbox.path, &saveLedger);
+    tellLeftOut(mailbox, copy, end, target->errorString());
     target->close();
     saveLedger.addBytes(target->takeAddedBytes());
 }
-
 } // namespace
 
 void QMailSaving::PostBoxFileSearch()
@@ -134,7 +107,7 @@ void QMailSaving::PostBoxFileSearch()
                 saveLedger.enterFolder(folder->folderId);
                 setRunStep({QFileInfo(item->path).fileName(), static_cast<qint64>(done) + 1,
                             static_cast<qint64>(ulCount)});
-                copyMailbox(item->path, &prepared);
+                copyMailbox(*item, &prepared);
                 ++nextItr;
                 ++done;
             }
@@ -147,8 +120,9 @@ void QMailSaving::PostBoxFileSearch()
     leaveOutFiles(done, LeftOutReason::Stopped, MessageCounter());
 }
 
-void QMailSaving::copyMailbox(const QString &path, bool *prepared)
+void QMailSaving::copyMailbox(const MailItemNode &mailbox, bool *prepared)
 {
+    const QString &path = mailbox.path;
     GetAllFilePathInStrList = path;
     MailboxCopy copy;
     if (!mayBeMailbox(path) || !copy.open(path.trimmed())) {
@@ -172,7 +146,7 @@ void QMailSaving::copyMailbox(const QString &path, bool *prepared)
         shown = percent;
         return !bStopFlag;
     });
-    tellCopied(path, copy, end, &target);
+    tellCopied(mailbox, copy, end, &target);
 }
 
 // Opens the target of the mailbox in GetAllFilePathInStrList; the first one of a save lays out the bundle.

@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace
 {
 /// The words of the report.
@@ -23,6 +25,7 @@ public:
     static QStringList check(const BundleCheck &check);
     static QString folder(const FolderCount &folder);
     static QString item(const LeftOutItem &item);
+    static QString shared(const TargetCount &target, const SaveLedger &ledger);
 
 private:
     static QString example(const QString &path, qint64 offset);
@@ -214,6 +217,15 @@ QString Report::folder(const FolderCount &folder)
         .arg(folder.leftOut);
 }
 
+QString Report::shared(const TargetCount &target, const SaveLedger &ledger)
+{
+    QStringList trees;
+    for (const FolderCount &folder : ledger.folders())
+        if (std::find(target.folders.begin(), target.folders.end(), folder.id) != target.folders.end())
+            trees.append(folder.tree);
+    return tr("%1 holds %2").arg(target.mailbox, trees.join(QStringLiteral(", ")));
+}
+
 QString Report::item(const LeftOutItem &item)
 {
     const QString messages = item.messages ? QString::number(*item.messages) : tr("unknown");
@@ -250,6 +262,9 @@ QString wholeReportText(const SaveReport &report, const SaveLedger &ledger)
         lines.append(Report::item(item));
     if (const std::optional<LeftOutItem> rest = ledger.itemsNotKept())
         lines.append(Report::item(*rest));
+    for (const TargetCount &target : ledger.targets())
+        if (target.folders.size() > 1)
+            lines.append(Report::shared(target, ledger));
     lines += passedOver.sentences();
     return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
 }

@@ -9,6 +9,7 @@
 
 class ByteSource;
 enum class FileStep;
+struct OlmText;
 struct OlmWalkResult;
 struct StoreScan;
 
@@ -31,6 +32,8 @@ public:
 
     /// False: a scan for a save alone makes no records of mbox and Opera messages.
     bool m_indexMessages = true;
+    /// True: the save is known to make exact copies, which find an archive's attachments wherever they stand.
+    bool m_forExactCopies = false;
 
     // Readers; StoreScan tells which kind of store has which.
     void PostBoxFileSearch();
@@ -68,7 +71,7 @@ private:
     void InitializeAttachment(const QString &path, qint64 offset, qint64 size);
     /// Makes the folder of an entry and the records of the messages in its XML, pBuff, which ends at `endOffset`
     /// in the archive.
-    void InitializeMLRC(const QString &folder, qint64 endOffset);
+    void InitializeMLRC(const OlmText &entry);
     /// The ends of a reader whose archive could not be opened, or holds no message.
     void endWithoutArchive();
     void emitNoArchiveData();

@@ -94,7 +94,7 @@ private:
     void tellEntry(const QString &name, qint64 offset, qint64 size) const;
     bool crossElement();
     qint64 endOfElement(const Element &element, qint64 start);
-    void giveMessages(qint64 start, qint64 length, const QString &folder, qint64 end);
+    void giveMessages(qint64 start, qint64 length, const QString &name, qint64 end);
     bool readText(qint64 start, qint64 length, QByteArray *text);
 
     ByteSource *m_archive;
@@ -250,7 +250,7 @@ void Walk::useEntry(const Entry &entry)
     if (entry.compressed && m_events.compressed)
         m_events.compressed(entry.name);
     if (isMessage)
-        giveMessages(entry.data, entry.size, olmFolderOfEntry(entry.name), entry.next);
+        giveMessages(entry.data, entry.size, entry.name, entry.next);
     else
         m_events.attachment(entry.name, offset, entry.size);
 }
@@ -294,14 +294,14 @@ qint64 Walk::endOfElement(const Element &element, qint64 start)
     }
 }
 
-void Walk::giveMessages(qint64 start, qint64 length, const QString &folder, qint64 end)
+void Walk::giveMessages(qint64 start, qint64 length, const QString &name, qint64 end)
 {
     QByteArray text;
     if (!readText(start, length, &text)) {
         ++m_result.tooLong;
         text.clear();
     }
-    m_events.messages({&text, folder, start, end});
+    m_events.messages({&text, name, olmFolderOfEntry(name), start, end});
 }
 
 // Reads up to the first zero byte, which ends the text whatever its length says; header fields hold zero bytes, so

@@ -14,6 +14,7 @@
 /// XML that may hold messages.
 struct OlmText {
     QByteArray *xml = nullptr; ///< without zero bytes
+    QString name;              ///< its entry's name, "" for an element between entries
     QString folder;            ///< folder path of its entry, "" where it has none
     qint64 start = 0;          ///< where it begins in the archive, bytes
     qint64 end = 0;            ///< just behind its entry or element

@@ -35,7 +35,12 @@ bool OperaScan::find()
         return false;
     m_messages.emplace(*messages,
                        [fields = m_fields](const QString &path) { return readOperaMessage(path, fields); });
-    m_accounts.emplace(accounts->isEmpty() ? QString() : accounts->last(), scanAccounts);
+    QString accountsFile = accounts->isEmpty() ? QString() : accounts->last();
+    if (!accountsFile.isEmpty() && !accountsFile.startsWith(QLatin1Char('/'))) { // what find says of a folder
+        reportUnread(Problem::tr("can't be searched: %1: %2").arg(m_selectedFile, accountsFile));
+        accountsFile.clear();
+    }
+    m_accounts.emplace(accountsFile, scanAccounts);
     reportUnread(m_accounts->errorString());
     return true;
 }

@@ -32,7 +32,7 @@ void recordMailbox(const QString &entry)
     listOfPathOfOnlyForTree.append(entry);
     treeCreator(treePathOfMailbox(entry, m_selectedFile), entry);
     ++nextItr;
-    appendMailItem(entry, llParentIdRunning);
+    appendMailItem(entry, llParentIdRunning)->size = QFileInfo(entry).size();
 }
 } // namespace
 

@@ -84,7 +84,7 @@ void QMessageSavingThread::CreateFile()
     events.messages = [this](const OlmText &text) {
         MailMLRC *last = TmpMlrcPtrEnd;
         pBuff = text.xml->data();
-        InitializeMLRC(text.folder, text.end);
+        InitializeMLRC(text);
         placeRecords(last ? last->pNext : TmpMlrcPtrStart, *text.xml, text.start);
         pBuff = nullptr;
     };
@@ -132,17 +132,20 @@ void QMessageSavingThread::InitializeAttachment(const QString &path, qint64 offs
 }
 
 // Of several messages in one entry only the first gets the entry's folder.
-void QMessageSavingThread::InitializeMLRC(const QString &folder, qint64 endOffset)
+void QMessageSavingThread::InitializeMLRC(const OlmText &entry)
 {
+    const QString &folder = entry.folder;
     treeCreatorforOlm(folder);
     OlmPendingAttachments pending = pendingAttachments();
     const QByteArray text = olmText(QByteArray::fromRawData(pBuff, static_cast<int>(qstrlen(pBuff))));
-    forEachOlmMessage(text, endOffset, [&](std::string_view message, qint64 start) {
+    forEachOlmMessage(text, entry.end, [&](std::string_view message, qint64 start) {
         MailMLRC record;
         if (folder.size() <= folderFieldLimit)
             record.szFolderPath.set(folder);
         record.llParentId = folder.isEmpty() ? noFolderId : llParentIdRunning;
         llParentIdRunning = 0;
+        if (record.llParentId == noFolderId || record.llParentId == 0)
+            passedOver.add(m_selectedFile + QLatin1Char('/') + entry.name, PassedOverReason::NoFolder);
         if (readOlmMessage(message, start, &pending, &record) == OlmAttachmentMatch::Lost)
             ++m_lostAttachments;
         appendOlmRecord(std::move(record));
@@ -151,8 +154,10 @@ void QMessageSavingThread::InitializeMLRC(const QString &folder, qint64 endOffse
 
 void QMessageSavingThread::reportOlmProblems(const OlmWalkResult &walk)
 {
-    reportCount(m_lostAttachments, "without its attachments, which don't stand before it in the archive: %1 "
-                                   "message(s) of %2");
+    if (!m_forExactCopies)
+        reportCount(
+            m_lostAttachments,
+            "without its attachments, which don't stand before it in the archive: %1 message(s) of %2");
     reportCount(walk.compressed, "passed over, their contents are compressed: %1 entries of %2");
     reportCount(walk.tooLong, "passed over, their text is too long: %1 entries of %2");
     if (!m_archive->errorString().isEmpty())
