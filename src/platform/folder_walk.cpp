@@ -70,8 +70,11 @@ public:
         const std::vector<Entry> entries = entriesOf(folder, &error);
         if (error != 0)
             tellUnreadable(folder, error);
-        for (const Entry &entry : entries)
+        for (const Entry &entry : entries) {
+            if (m_visit.stopped && m_visit.stopped())
+                break;
             take(folder == "/" ? folder + entry.name : folder + '/' + entry.name, entry.kind);
+        }
         m_above.pop_back();
     }
 

@@ -14,6 +14,8 @@ struct FolderVisit {
     std::function<void(const QString &path, const QString &error)> unreadable = nullptr;
     /// False: a link that leads to a folder is passed over, so that the walk does not leave the folder it began in.
     bool followsFolderLinks = true;
+    /// Asked before each entry: a true ends the walk. May be empty.
+    std::function<bool()> stopped = nullptr;
 };
 
 /// Walks a folder depth first, in the order of the file system, hidden entries too. Links are followed, but not one that

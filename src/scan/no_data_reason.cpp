@@ -58,6 +58,7 @@ QString whatIsThere(const QString &store)
             files.example = path;
     };
     visit.followsFolderLinks = false;
+    visit.stopped = [] { return bStopFlag.load(); };
     walkFolder(store, visit);
     for (size_t i = 0; i < std::size(otherKinds); ++i)
         if (found[i].count > 0)

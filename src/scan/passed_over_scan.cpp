@@ -53,5 +53,6 @@ void tellPassedOverFiles(const TakenFiles &taken)
     };
     visit.unreadable = tellUnreadableFolder;
     visit.followsFolderLinks = false; // as the search for the messages
+    visit.stopped = [] { return bStopFlag.load(); };
     walkFolder(m_selectedFile, visit);
 }

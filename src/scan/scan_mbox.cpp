@@ -50,6 +50,7 @@ void QMessageSavingThread::OnGetAllFileAndDir(const QString &path)
     };
     visit.oddName = [](const QString &entry, bool) { passedOver.add(entry, PassedOverReason::Name); };
     visit.unreadable = tellUnreadableFolder;
+    visit.stopped = [] { return bStopFlag.load(); };
     if (walkFolder(path, visit))
         bCheckFucntion = true;
 }
