@@ -51,7 +51,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const std::string_view bytes(reinterpret_cast<const char *>(data), size);
     const QString path = folder.write(QStringLiteral("1.mbs"), bytes);
     const OperaMessage message = readOperaMessage(path, OperaFields::All);
-    check(message.error.isEmpty() && !message.label.isEmpty() && message.label.size() <= operaFieldLimit);
+    check(message.error.isEmpty() && message.label.size() <= operaFieldLimit);
+    check(!message.label.isEmpty() ||
+          bytes.find('\0') != std::string_view::npos); // a field ends at a zero character
     check(message.sender.size() <= headerFieldLimit && message.subject.size() <= headerFieldLimit);
     check(message.folder == readOperaMessage(path, OperaFields::Folder).folder);
     QString location;
