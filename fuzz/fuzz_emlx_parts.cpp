@@ -15,9 +15,9 @@
 namespace
 {
 constexpr int parts = 3;
-constexpr int messages = 2000;
+constexpr int messages = 500;
 
-// A store is searched once for its parts, and each is taken once: messages by the thousand, whose files are links to
+// A store is searched once for its parts, and each is taken once: messages by the hundred, whose files are links to
 // the same few, so that the search is paid for rarely.
 class Store
 {

@@ -11,9 +11,11 @@ public:
     QByteArray copy(const QString &path)
     {
         QFile file(path);
-        file.open(QIODevice::ReadOnly | QIODevice::Text);
+        file.open(QIODevice::ReadOnly); // text mode would drop a CR within the file's first line
         while (!file.atEnd()) {
-            const QByteArray bytes = file.readLine();
+            QByteArray bytes = file.readLine();
+            if (bytes.endsWith("\r\n"))
+                bytes.remove(bytes.size() - 2, 1);
             QString line = QString::fromUtf8(bytes.constData(), bytes.size());
             if (line.isEmpty())
                 continue;
