@@ -37,6 +37,13 @@
     </message>
 </context>
 <context>
+    <name>AboutDlg</name>
+    <message>
+        <source>Contact support</source>
+        <translation>Support kontaktieren</translation>
+    </message>
+</context>
+<context>
     <name>BrowseWindow</name>
     <message>
         <source>Velmora Mail Converter</source>
@@ -82,6 +89,80 @@
     </message>
 </context>
 <context>
+    <name>BundleChecker</name>
+    <message>
+        <source>can&apos;t be read again: %1</source>
+        <translation>nicht noch einmal zu lesen: %1</translation>
+    </message>
+    <message>
+        <source>%1 bytes were written, %2 stand there: %3</source>
+        <translation>%1 Bytes wurden geschrieben, %2 stehen da: %3</translation>
+    </message>
+    <message>
+        <source>%1 lines that start with &quot;From &quot; were written, %2 stand there: %3</source>
+        <translation>%1 Zeilen, die mit „From “ beginnen, wurden geschrieben, %2 stehen da: %3</translation>
+    </message>
+    <message>
+        <source>can&apos;t be brought to the disk: %1: %2</source>
+        <translation>nicht auf die Platte zu bringen: %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>BundlePlace</name>
+    <message>
+        <source>can&apos;t be replaced, the store lies in it: %1 (store: %2)</source>
+        <translation>kann nicht ersetzt werden, die Mailablage liegt darin: %1 (Ablage: %2)</translation>
+    </message>
+    <message>
+        <source>can&apos;t be replaced, it lies in the store: %1 (store: %2)</source>
+        <translation>kann nicht ersetzt werden, es liegt in der Mailablage: %1 (Ablage: %2)</translation>
+    </message>
+    <message>
+        <source>can&apos;t be opened: %1: %2</source>
+        <translation>kann nicht geöffnet werden: %1: %2</translation>
+    </message>
+    <message>
+        <source>is no lock file: %1</source>
+        <translation>ist keine Sperrdatei: %1</translation>
+    </message>
+    <message>
+        <source>another save writes there: %1</source>
+        <translation>eine andere Sicherung schreibt gerade dorthin: %1</translation>
+    </message>
+    <message>
+        <source>already exists: %1</source>
+        <translation>gibt es schon: %1</translation>
+    </message>
+    <message>
+        <source>can&apos;t be replaced, its folder takes no file: %1</source>
+        <translation>kann nicht ersetzt werden, sein Ordner nimmt keine Datei an: %1</translation>
+    </message>
+    <message>
+        <source>can&apos;t be removed: %1</source>
+        <translation>kann nicht gelöscht werden: %1</translation>
+    </message>
+    <message>
+        <source>can&apos;t be moved aside: %1: %2</source>
+        <translation>kann nicht beiseite gelegt werden: %1: %2</translation>
+    </message>
+    <message>
+        <source>can&apos;t be brought to the disk: %1: %2</source>
+        <translation>kann nicht auf den Datenträger gebracht werden: %1: %2</translation>
+    </message>
+    <message>
+        <source>was taken away or renamed during the save, with what was written to it: %1</source>
+        <translation>wurde während der Sicherung entfernt oder umbenannt, mit allem, was darin war: %1</translation>
+    </message>
+    <message>
+        <source>the old bundle stays: %1</source>
+        <translation>das alte Bündel bleibt: %1</translation>
+    </message>
+    <message>
+        <source>the old bundle can&apos;t be removed: %1</source>
+        <translation>das alte Bündel kann nicht gelöscht werden: %1</translation>
+    </message>
+</context>
+<context>
     <name>HeaderPane</name>
     <message>
         <source>&amp;Copy</source>
@@ -112,6 +193,17 @@
     </message>
 </context>
 <context>
+    <name>ListFilter</name>
+    <message>
+        <source>Sender or subject</source>
+        <translation>Absender oder Betreff</translation>
+    </message>
+    <message>
+        <source>Show only messages with these words</source>
+        <translation>Nur Nachrichten mit diesen Wörtern zeigen</translation>
+    </message>
+</context>
+<context>
     <name>MailView</name>
     <message>
         <source>&amp;Copy</source>
@@ -120,6 +212,41 @@
     <message>
         <source>Select &amp;All</source>
         <translation>&amp;Alles auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>PassedOver</name>
+    <message>
+        <source>can&apos;t be read</source>
+        <translation>nicht zu lesen</translation>
+    </message>
+    <message>
+        <source>its name can&apos;t be carried through</source>
+        <translation>der Name lässt sich nicht weitergeben</translation>
+    </message>
+    <message>
+        <source>begins as a mailbox, but has the name of something else</source>
+        <translation>beginnt wie ein Postfach, heißt aber anders</translation>
+    </message>
+    <message>
+        <source>lies in no mailbox</source>
+        <translation>liegt in keinem Postfach</translation>
+    </message>
+    <message>
+        <source>is compressed</source>
+        <translation>ist komprimiert</translation>
+    </message>
+    <message>
+        <source>is a part that belongs to no message</source>
+        <translation>ist ein Teil, der zu keiner Nachricht gehört</translation>
+    </message>
+    <message>
+        <source>was not reached</source>
+        <translation>wurde nicht erreicht</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
     </message>
 </context>
 <context>
@@ -174,6 +301,201 @@
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>Problem</name>
+    <message>
+        <source>nothing was done: the system gives no thread to work in</source>
+        <translation>nichts wurde getan: das System gibt keinen Thread zum Arbeiten her</translation>
+    </message>
+    <message>
+        <source>can&apos;t be shown: </source>
+        <translation>nicht anzuzeigen: </translation>
+    </message>
+    <message>
+        <source>another file than the one that was scanned: </source>
+        <translation>eine andere Datei als die eingelesene: </translation>
+    </message>
+    <message>
+        <source>a message can&apos;t be shown whole, it reaches past the end: </source>
+        <translation>eine Nachricht ist nicht ganz anzuzeigen, sie reicht über das Ende hinaus: </translation>
+    </message>
+    <message>
+        <source>can&apos;t be shown, a message in it is too large: </source>
+        <translation>nicht anzuzeigen, eine Nachricht darin ist zu groß: </translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>shorter than the %1 bytes that it had</source>
+        <translation>kürzer als die %1 Bytes, die sie hatte</translation>
+    </message>
+    <message>
+        <source>the search failed with status %1, its list at %2 may be cut short</source>
+        <translation>die Suche schlug mit Status %1 fehl, ihre Liste in %2 kann unvollständig sein</translation>
+    </message>
+    <message>
+        <source>an attachment that is not in the archive was left out of its message: %1/%2</source>
+        <translation>ein Anhang, der nicht im Archiv ist, fehlt in seiner Nachricht: %1/%2</translation>
+    </message>
+    <message>
+        <source>passed over, it can&apos;t be read as a mailbox any more: </source>
+        <translation>übergangen, nicht mehr als Postfach zu lesen: </translation>
+    </message>
+    <message>
+        <source>left out: </source>
+        <translation>ausgelassen: </translation>
+    </message>
+    <message>
+        <source>a message was left out, it can&apos;t be read: %1 (%2)</source>
+        <translation>eine Nachricht wurde ausgelassen, sie ist nicht zu lesen: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>shorter than its own byte count: </source>
+        <translation>kürzer als die eigene Byteangabe: </translation>
+    </message>
+    <message>
+        <source>shorter than its first line says: </source>
+        <translation>kürzer, als die erste Zeile sagt: </translation>
+    </message>
+    <message>
+        <source>the save ended at a file that can&apos;t be opened: </source>
+        <translation>das Speichern endete an einer Datei, die sich nicht öffnen lässt: </translation>
+    </message>
+    <message>
+        <source>can&apos;t be read to its end: </source>
+        <translation>nicht bis zum Ende zu lesen: </translation>
+    </message>
+    <message>
+        <source>the account names can&apos;t be searched for: </source>
+        <translation>die Kontonamen können nicht gesucht werden: </translation>
+    </message>
+    <message>
+        <source>the parts can&apos;t be searched for: </source>
+        <translation>die Teile können nicht gesucht werden: </translation>
+    </message>
+    <message>
+        <source>saved without its parts, it is too large: </source>
+        <translation>ohne seine Teile gespeichert, zu groß: </translation>
+    </message>
+    <message>
+        <source>left out, its message has no place for it: </source>
+        <translation>ausgelassen, die Nachricht hat keinen Platz dafür: </translation>
+    </message>
+    <message>
+        <source>the messages of this save don&apos;t add up, which is a fault of this program</source>
+        <translation>die Nachrichten dieses Speicherns gehen nicht auf, das ist ein Fehler dieses Programms</translation>
+    </message>
+    <message>
+        <source>can&apos;t be written: %1: %2</source>
+        <translation>nicht zu schreiben: %1: %2</translation>
+    </message>
+    <message>
+        <source>ends within a message: %1</source>
+        <translation>endet mitten in einer Nachricht: %1</translation>
+    </message>
+    <message>
+        <source>there is no message</source>
+        <translation>es gibt keine Nachricht</translation>
+    </message>
+    <message>
+        <source>the copy of this mailbox was stopped, it is not whole</source>
+        <translation>die Kopie dieses Postfachs wurde angehalten, es ist nicht vollständig</translation>
+    </message>
+    <message>
+        <source>shorter than its records say, %1 message(s) are not whole: %2</source>
+        <translation>kürzer, als die Einträge sagen, %1 Nachricht(en) sind nicht vollständig: %2</translation>
+    </message>
+    <message>
+        <source>another file than the one that was scanned, nothing of it was saved: </source>
+        <translation>eine andere Datei als die eingelesene, nichts davon wurde gespeichert: </translation>
+    </message>
+    <message>
+        <source>can&apos;t be opened: </source>
+        <translation>nicht zu öffnen: </translation>
+    </message>
+    <message>
+        <source>can&apos;t be searched: %1: %2</source>
+        <translation>nicht zu durchsuchen: %1: %2</translation>
+    </message>
+    <message>
+        <source>the scan ended at a file that can&apos;t be opened: </source>
+        <translation>das Einlesen endete an einer Datei, die sich nicht öffnen lässt: </translation>
+    </message>
+    <message>
+        <source>the scan ended, the search of the store met an error: </source>
+        <translation>das Einlesen endete, die Suche im Bestand traf auf einen Fehler: </translation>
+    </message>
+    <message>
+        <source>this file belongs to another client&apos;s store: </source>
+        <translation>diese Datei gehört zum Bestand eines anderen Programms: </translation>
+    </message>
+    <message>
+        <source>message file(s) of a maildir</source>
+        <translation>Nachrichtendatei(en) eines Maildirs</translation>
+    </message>
+    <message>
+        <source>mailbox file(s) named .mbox</source>
+        <translation>Postfachdatei(en) namens .mbox</translation>
+    </message>
+    <message>
+        <source>.emlx file(s)</source>
+        <translation>.emlx-Datei(en)</translation>
+    </message>
+    <message>
+        <source>.eml file(s)</source>
+        <translation>.eml-Datei(en)</translation>
+    </message>
+    <message>
+        <source>.mbs file(s)</source>
+        <translation>.mbs-Datei(en)</translation>
+    </message>
+    <message>
+        <source>.olm file(s)</source>
+        <translation>.olm-Datei(en)</translation>
+    </message>
+    <message>
+        <source>file(s) without mail of this client</source>
+        <translation>Datei(en) ohne Mail dieses Programms</translation>
+    </message>
+    <message>
+        <source>no mailbox of this client in it, but %1 %2: %3</source>
+        <translation>kein Postfach dieses Programms darin, aber %1 %2: %3</translation>
+    </message>
+    <message>
+        <source>there is no file in it: </source>
+        <translation>es ist keine Datei darin: </translation>
+    </message>
+    <message>
+        <source>there is a store of %1, choose that client and %2</source>
+        <translation>hier liegt ein Bestand von %1, wählen Sie dieses Programm und %2</translation>
+    </message>
+    <message>
+        <source>no such folder: </source>
+        <translation>diesen Ordner gibt es nicht: </translation>
+    </message>
+    <message>
+        <source>this is a link, choose the folder that it leads to: </source>
+        <translation>das ist eine Verknüpfung, wählen Sie den Ordner, zu dem sie führt: </translation>
+    </message>
+    <message>
+        <source>a folder is wanted, this is a file: </source>
+        <translation>gesucht ist ein Ordner, das ist eine Datei: </translation>
+    </message>
+    <message>
+        <source>a folder can&apos;t be read: %1: %2</source>
+        <translation>ein Ordner ist nicht zu lesen: %1: %2</translation>
+    </message>
+    <message>
+        <source>there is no message in it: </source>
+        <translation>es ist keine Nachricht darin: </translation>
+    </message>
+    <message>
+        <source>cut off, its central directory is missing and messages may be too: </source>
+        <translation>abgeschnitten, das Inhaltsverzeichnis fehlt und vielleicht auch Nachrichten: </translation>
     </message>
 </context>
 <context>
@@ -382,8 +704,25 @@ Das bisher Gesicherte liegt in </translation>
         <translation>nicht aufgeführt, kann nicht geöffnet werden: </translation>
     </message>
     <message>
-        <source>%1 message(s) in %2 folder(s).</source>
+        <source>Messages: %1, folders: %2.</source>
         <translation>Nachrichten: %1, Ordner: %2.</translation>
+    </message>
+    <message>
+        <source>
+Passed over: %1, see the details.</source>
+        <translation>
+Übergangen: %1, siehe Details.</translation>
+    </message>
+</context>
+<context>
+    <name>QImportWindow</name>
+    <message>
+        <source>Copy Location</source>
+        <translation>Ort kopieren</translation>
+    </message>
+    <message>
+        <source>Reading the result again: %1 %</source>
+        <translation>Das Ergebnis wird nachgelesen: %1 %</translation>
     </message>
 </context>
 <context>
@@ -468,172 +807,6 @@ Vorgang abgebrochen.</translation>
     <message>
         <source>OK</source>
         <translation>OK</translation>
-    </message>
-</context>
-<context>
-    <name>SaveAsDlg</name>
-    <message>
-        <source>Velmora Mail Converter</source>
-        <translation>Velmora Mail Converter</translation>
-    </message>
-    <message>
-        <source>Apple Mail</source>
-        <translation>Apple Mail</translation>
-    </message>
-    <message>
-        <source>Outlook 2011</source>
-        <translation>Outlook 2011</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
-        <source>RadioButton</source>
-        <translation>RadioButton</translation>
-    </message>
-    <message>
-        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:13pt;&quot;&gt;Select mail client that you will be using after mailbox conversion.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:13pt;&quot;&gt;Wählen Sie das Mailprogramm, das Sie danach benutzen.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
-    </message>
-    <message>
-        <source>Exact copies</source>
-        <translation>Genaue Kopien</translation>
-    </message>
-    <message>
-        <source>Keeps every byte of every message: accents, dates, attachments and first lines too. Without it, the mail is written in the fixed form, which changes some of them.</source>
-        <translation>Behält jedes Byte jeder Nachricht, auch Umlaute, Datum, Anhänge und erste Zeilen. Sonst werden die Nachrichten in der festen Form geschrieben, die manches davon verändert.</translation>
-    </message>
-</context>
-<context>
-    <name>AboutDlg</name>
-    <message>
-        <source>Contact support</source>
-        <translation>Support kontaktieren</translation>
-    </message>
-</context>
-<context>
-    <name>QImportWindow</name>
-    <message>
-        <source>Copy Location</source>
-        <translation>Ort kopieren</translation>
-    </message>
-    <message>
-        <source>Reading the result again: %1 %</source>
-        <translation>Das Ergebnis wird nachgelesen: %1 %</translation>
-    </message>
-</context>
-<context>
-    <name>ReportDialog</name>
-    <message>
-        <source>Report</source>
-        <translation>Bericht</translation>
-    </message>
-    <message>
-        <source>&amp;Copy</source>
-        <translation>&amp;Kopieren</translation>
-    </message>
-    <message>
-        <source>&amp;Save as Text ...</source>
-        <translation>Als &amp;Text speichern ...</translation>
-    </message>
-    <message>
-        <source>&amp;Open Folder</source>
-        <translation>&amp;Ordner öffnen</translation>
-    </message>
-    <message>
-        <source>Save as Text</source>
-        <translation>Als Text speichern</translation>
-    </message>
-    <message>
-        <source>Folders</source>
-        <translation>Ordner</translation>
-    </message>
-    <message>
-        <source>Folder</source>
-        <translation>Ordner</translation>
-    </message>
-    <message>
-        <source>Found</source>
-        <translation>Gefunden</translation>
-    </message>
-    <message>
-        <source>Written</source>
-        <translation>Geschrieben</translation>
-    </message>
-    <message>
-        <source>Joined</source>
-        <translation>Verbunden</translation>
-    </message>
-    <message>
-        <source>Left out</source>
-        <translation>Ausgelassen</translation>
-    </message>
-    <message>
-        <source>All folders</source>
-        <translation>Alle Ordner</translation>
-    </message>
-    <message>
-        <source>Reasons</source>
-        <translation>Gründe</translation>
-    </message>
-    <message>
-        <source>Whole: %1</source>
-        <translation>Ganz: %1</translation>
-    </message>
-    <message>
-        <source>Not whole: %1</source>
-        <translation>Nicht ganz: %1</translation>
-    </message>
-    <message>
-        <source>The report can&apos;t be saved: %1: %2</source>
-        <translation>Der Bericht kann nicht gespeichert werden: %1: %2</translation>
-    </message>
-    <message>
-        <source>Messages: %1 found, %2 written</source>
-        <translation>Nachrichten: %1 gefunden, %2 geschrieben</translation>
-    </message>
-    <message>
-        <source>, %1 joined to the one before</source>
-        <translation>, %1 mit der vorigen verbunden</translation>
-    </message>
-    <message>
-        <source>, %1 left out</source>
-        <translation>, %1 ausgelassen</translation>
-    </message>
-    <message>
-        <source>The report tells which mailboxes are whole.</source>
-        <translation>Welche Postfächer ganz sind, sagt der Bericht.</translation>
-    </message>
-    <message>
-        <source>Changed: at least %1, see the report.</source>
-        <translation>Verändert: mindestens %1, siehe Bericht.</translation>
-    </message>
-    <message>
-        <source>Changed: at least %1. Exact copies keep them as they are.</source>
-        <translation>Verändert: mindestens %1. Genaue Kopien lassen sie, wie sie sind.</translation>
-    </message>
-    <message>
-        <source>The result was not read to its end again.</source>
-        <translation>Das Ergebnis wurde nicht bis zum Ende nachgelesen.</translation>
-    </message>
-    <message numerus="yes">
-        <source>Read again: %n difference(s), see the report.</source>
-        <translation>
-            <numerusform>Nachgelesen: %n Abweichung, siehe Bericht.</numerusform>
-            <numerusform>Nachgelesen: %n Abweichungen, siehe Bericht.</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Read again: %n mailbox(es), all as written.</source>
-        <translation>
-            <numerusform>Nachgelesen: %n Postfach, wie geschrieben.</numerusform>
-            <numerusform>Nachgelesen: %n Postfächer, alle wie geschrieben.</numerusform>
-        </translation>
     </message>
 </context>
 <context>
@@ -814,79 +987,165 @@ Vorgang abgebrochen.</translation>
         <source>%1, byte %2: %3 message(s), %4</source>
         <translation>%1, Byte %2: %3 Nachrichten, %4</translation>
     </message>
-</context>
-<context>
-    <name>BundleChecker</name>
     <message>
-        <source>can&apos;t be read again: %1</source>
-        <translation>nicht noch einmal zu lesen: %1</translation>
+        <source>What was saved is no longer at location %1</source>
+        <translation>Was gespeichert wurde, liegt nicht mehr unter %1</translation>
     </message>
     <message>
-        <source>%1 bytes were written, %2 stand there: %3</source>
-        <translation>%1 Bytes wurden geschrieben, %2 stehen da: %3</translation>
-    </message>
-    <message>
-        <source>%1 lines that start with &quot;From &quot; were written, %2 stand there: %3</source>
-        <translation>%1 Zeilen, die mit „From “ beginnen, wurden geschrieben, %2 stehen da: %3</translation>
-    </message>
-    <message>
-        <source>can&apos;t be brought to the disk: %1: %2</source>
-        <translation>nicht auf die Platte zu bringen: %1: %2</translation>
+        <source>Passed over: %1 file(s) or folder(s) of the store stand in no folder of the list</source>
+        <translation>Übergangen: %1 Datei(en) oder Ordner des Bestands stehen in keinem Ordner der Liste</translation>
     </message>
 </context>
 <context>
-    <name>BundlePlace</name>
+    <name>ReportDialog</name>
     <message>
-        <source>can&apos;t be replaced, the store lies in it: %1 (store: %2)</source>
-        <translation>kann nicht ersetzt werden, die Mailablage liegt darin: %1 (Ablage: %2)</translation>
+        <source>Report</source>
+        <translation>Bericht</translation>
     </message>
     <message>
-        <source>can&apos;t be replaced, it lies in the store: %1 (store: %2)</source>
-        <translation>kann nicht ersetzt werden, es liegt in der Mailablage: %1 (Ablage: %2)</translation>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
     </message>
     <message>
-        <source>can&apos;t be opened: %1: %2</source>
-        <translation>kann nicht geöffnet werden: %1: %2</translation>
+        <source>&amp;Save as Text ...</source>
+        <translation>Als &amp;Text speichern ...</translation>
     </message>
     <message>
-        <source>is no lock file: %1</source>
-        <translation>ist keine Sperrdatei: %1</translation>
+        <source>&amp;Open Folder</source>
+        <translation>&amp;Ordner öffnen</translation>
     </message>
     <message>
-        <source>another save writes there: %1</source>
-        <translation>eine andere Sicherung schreibt gerade dorthin: %1</translation>
+        <source>Save as Text</source>
+        <translation>Als Text speichern</translation>
     </message>
     <message>
-        <source>already exists: %1</source>
-        <translation>gibt es schon: %1</translation>
+        <source>Folders</source>
+        <translation>Ordner</translation>
     </message>
     <message>
-        <source>can&apos;t be replaced, its folder takes no file: %1</source>
-        <translation>kann nicht ersetzt werden, sein Ordner nimmt keine Datei an: %1</translation>
+        <source>Folder</source>
+        <translation>Ordner</translation>
     </message>
     <message>
-        <source>can&apos;t be removed: %1</source>
-        <translation>kann nicht gelöscht werden: %1</translation>
+        <source>Found</source>
+        <translation>Gefunden</translation>
     </message>
     <message>
-        <source>can&apos;t be moved aside: %1: %2</source>
-        <translation>kann nicht beiseite gelegt werden: %1: %2</translation>
+        <source>Written</source>
+        <translation>Geschrieben</translation>
     </message>
     <message>
-        <source>can&apos;t be brought to the disk: %1: %2</source>
-        <translation>kann nicht auf den Datenträger gebracht werden: %1: %2</translation>
+        <source>Joined</source>
+        <translation>Verbunden</translation>
     </message>
     <message>
-        <source>was taken away or renamed during the save, with what was written to it: %1</source>
-        <translation>wurde während der Sicherung entfernt oder umbenannt, mit allem, was darin war: %1</translation>
+        <source>Left out</source>
+        <translation>Ausgelassen</translation>
     </message>
     <message>
-        <source>the old bundle stays: %1</source>
-        <translation>das alte Bündel bleibt: %1</translation>
+        <source>Changed</source>
+        <translation>Verändert</translation>
     </message>
     <message>
-        <source>the old bundle can&apos;t be removed: %1</source>
-        <translation>das alte Bündel kann nicht gelöscht werden: %1</translation>
+        <source>All folders</source>
+        <translation>Alle Ordner</translation>
+    </message>
+    <message>
+        <source>Reasons</source>
+        <translation>Gründe</translation>
+    </message>
+    <message>
+        <source>Whole: %1</source>
+        <translation>Ganz: %1</translation>
+    </message>
+    <message>
+        <source>Not whole: %1</source>
+        <translation>Nicht ganz: %1</translation>
+    </message>
+    <message>
+        <source>The report can&apos;t be saved: %1: %2</source>
+        <translation>Der Bericht kann nicht gespeichert werden: %1: %2</translation>
+    </message>
+    <message>
+        <source>Messages: %1 found, %2 written</source>
+        <translation>Nachrichten: %1 gefunden, %2 geschrieben</translation>
+    </message>
+    <message>
+        <source>, %1 joined to the one before</source>
+        <translation>, %1 mit der vorigen verbunden</translation>
+    </message>
+    <message>
+        <source>, %1 left out</source>
+        <translation>, %1 ausgelassen</translation>
+    </message>
+    <message>
+        <source>The report tells which mailboxes are whole.</source>
+        <translation>Welche Postfächer ganz sind, sagt der Bericht.</translation>
+    </message>
+    <message>
+        <source>Changed: %1, see the report.</source>
+        <translation>Verändert: %1, siehe Bericht.</translation>
+    </message>
+    <message>
+        <source>Changed: %1. Exact copies keep them as they are.</source>
+        <translation>Verändert: %1. Genaue Kopien lassen sie, wie sie sind.</translation>
+    </message>
+    <message>
+        <source>The result was not read to its end again.</source>
+        <translation>Das Ergebnis wurde nicht bis zum Ende nachgelesen.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Read again: %n difference(s), see the report.</source>
+        <translation>
+            <numerusform>Nachgelesen: %n Abweichung, siehe Bericht.</numerusform>
+            <numerusform>Nachgelesen: %n Abweichungen, siehe Bericht.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Read again: %n mailbox(es), all as written.</source>
+        <translation>
+            <numerusform>Nachgelesen: %n Postfach, wie geschrieben.</numerusform>
+            <numerusform>Nachgelesen: %n Postfächer, alle wie geschrieben.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>SaveAsDlg</name>
+    <message>
+        <source>Velmora Mail Converter</source>
+        <translation>Velmora Mail Converter</translation>
+    </message>
+    <message>
+        <source>Apple Mail</source>
+        <translation>Apple Mail</translation>
+    </message>
+    <message>
+        <source>Outlook 2011</source>
+        <translation>Outlook 2011</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>RadioButton</source>
+        <translation>RadioButton</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:13pt;&quot;&gt;Select mail client that you will be using after mailbox conversion.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-size:13pt;&quot;&gt;Wählen Sie das Mailprogramm, das Sie danach benutzen.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>Exact copies</source>
+        <translation>Genaue Kopien</translation>
+    </message>
+    <message>
+        <source>Keeps every byte of every message: accents, dates, attachments and first lines too. Without it, the mail is written in the fixed form, which changes some of them.</source>
+        <translation>Behält jedes Byte jeder Nachricht, auch Umlaute, Datum, Anhänge und erste Zeilen. Sonst werden die Nachrichten in der festen Form geschrieben, die manches davon verändert.</translation>
     </message>
 </context>
 </TS>

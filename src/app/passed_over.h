@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <vector>
@@ -47,6 +48,10 @@ public:
     qint64 beyond(PassedOverReason reason) const { return m_beyond[static_cast<size_t>(reason)]; }
     /// How many addOther has told of.
     qint64 otherFiles() const { return m_otherFiles; }
+    /// All rows of all reasons, kept or not.
+    qint64 count() const;
+    /// "/mail/Inbox: can't be read" for each row that was kept, and how many more there are.
+    QStringList sentences() const;
 
 private:
     std::vector<PassedOverFile> m_files;

@@ -1,10 +1,17 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
 /// What went wrong in a scan or save that goes on all the same: sentences for the user, each naming a path.
 /// Workers add, the window and the command line take them when the run has ended. Safe from any thread.
+
+/// The words of these sentences, in the language of the window; English on the command line.
+class Problem
+{
+    Q_DECLARE_TR_FUNCTIONS(Problem)
+};
 
 /// Adds a sentence; one that stands there already is not added again.
 void reportProblem(const QString &sentence);

@@ -9,6 +9,6 @@ void startWorker(QThread *worker)
     worker->start(QThread::LowPriority);
     if (worker->isRunning() || worker->isFinished())
         return;
-    reportUnread(QStringLiteral("nothing was done: the system gives no thread to work in"));
+    reportUnread(Problem::tr("nothing was done: the system gives no thread to work in"));
     QMetaObject::invokeMethod(worker, "finished", Qt::QueuedConnection);
 }

@@ -41,11 +41,11 @@ QByteArray readBody(const MailMLRC &record)
     QByteArray body(static_cast<int>(wanted), '\0');
     const qint64 taken = archive.read(record.llBodyOffset, body.data(), wanted);
     if (!archive.errorString().isEmpty())
-        reportUnread(QStringLiteral("can't be shown: ") + archive.errorString());
+        reportUnread(Problem::tr("can't be shown: ") + archive.errorString());
     else if (!(archive.stamp() == scannedArchive))
-        reportUnread(QStringLiteral("another file than the one that was scanned: ") + m_selectedFile);
+        reportUnread(Problem::tr("another file than the one that was scanned: ") + m_selectedFile);
     else if (taken < record.llBodySize)
-        reportUnread(QStringLiteral("a message can't be shown whole, it reaches past the end: ") +
+        reportUnread(Problem::tr("a message can't be shown whole, it reaches past the end: ") +
                      m_selectedFile);
     body.truncate(static_cast<int>(taken));
     return body;

@@ -21,13 +21,13 @@ QByteArray readBytes(const QString &path, qint64 offset, qint64 length)
     ByteSource file = ByteSource::ofFile(path);
     const qint64 bytes = offset < 0 ? 0 : std::min(length, file.size() - offset);
     if (bytes > messageBytesLimit) {
-        reportUnread(QStringLiteral("can't be shown, a message in it is too large: ") + path);
+        reportUnread(Problem::tr("can't be shown, a message in it is too large: ") + path);
         return {};
     }
     QByteArray message(static_cast<int>(std::max<qint64>(0, bytes)), Qt::Uninitialized);
     message.truncate(static_cast<int>(file.read(offset, message.data(), bytes)));
     if (!file.errorString().isEmpty())
-        reportUnread(QStringLiteral("can't be shown: ") + file.errorString());
+        reportUnread(Problem::tr("can't be shown: ") + file.errorString());
     return message;
 }
 

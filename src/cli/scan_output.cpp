@@ -1,6 +1,7 @@
 #include "cli/scan_output.h"
 
 #include "app/olm_records.h"
+#include "app/passed_over.h"
 #include "app/shared_state.h"
 #include "browse/folder_tree.h"
 #include "cli/json_writer.h"
@@ -134,6 +135,16 @@ size_t messagesIn(const SentFolder &folder)
         return olmRecordsOfFolder(folder.id).size();
     return bMboxFileFound ? messagesOfPath(folder.path).size() : mailItemsOfFolder(folder.id).size();
 }
+// In text the first few stand for all: the JSON has each of them.
+void sayPassedOver()
+{
+    constexpr int most = 5;
+    const QStringList sentences = passedOver.sentences();
+    for (const QString &sentence : sentences.mid(0, most))
+        say(QStringLiteral("passed over: ") + sentence);
+    if (passedOver.count() > most)
+        say(QStringLiteral("passed over: %1 in all").arg(passedOver.count()));
+}
 } // namespace
 
 void printScan(const Arguments &arguments, const ScanResult &scan)
@@ -151,4 +162,6 @@ void printScan(const Arguments &arguments, const ScanResult &scan)
             out << " (" << messages << ')';
         out << '\n';
     }
+    out.flush();
+    sayPassedOver();
 }

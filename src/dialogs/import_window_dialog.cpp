@@ -16,7 +16,7 @@
 namespace
 {
 constexpr int messageHeight = 62; ///< pixels, as the form has it
-constexpr int numbersHeight = 34; ///< likewise
+constexpr int numbersHeight = 26; ///< likewise
 constexpr int buttonGap = 8;
 constexpr int buttonAir = 12; ///< pixels left and right of a button's text
 

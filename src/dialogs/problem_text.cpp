@@ -2,11 +2,6 @@
 
 #include <QCoreApplication>
 
-namespace
-{
-constexpr int mostProblems = 5;
-}
-
 QString problemText(const QStringList &problems)
 {
     QStringList lines = problems.mid(0, mostProblems);
@@ -22,10 +17,12 @@ QString withProblems(const QString &text, const QStringList &problems)
 }
 
 void showBox(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text,
-             const QString &more)
+             const QString &more, const QString &details)
 {
     QMessageBox box(icon, title, text, QMessageBox::Ok, parent);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(more);
+    box.setDetailedText(details);
+    box.setDefaultButton(QMessageBox::Ok); // not the details
     box.exec();
 }

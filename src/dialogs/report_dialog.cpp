@@ -41,14 +41,6 @@ QStringList mailboxesByWholeness(const SaveLedger &ledger)
     return lines;
 }
 
-// No less than this many: the same message may have been changed in several ways.
-qint64 changedMessages(const SaveLedger &ledger)
-{
-    qint64 most = 0;
-    for (int kind = 0; kind < changeKinds; ++kind)
-        most = qMax(most, ledger.change(static_cast<ChangeKind>(kind)).messages);
-    return most;
-}
 } // namespace
 
 ReportDialog::ReportDialog(const SaveReport &report, const SaveLedger &ledger, const QStringList &problems,
@@ -96,10 +88,12 @@ QTreeWidget *ReportDialog::newTable(const SaveLedger &ledger)
     table->setUniformRowHeights(true);
     table->setAlternatingRowColors(true);
     table->setTextElideMode(Qt::ElideMiddle);
-    table->setHeaderLabels({tr("Folder"), tr("Found"), tr("Written"), tr("Joined"), tr("Left out")});
+    table->setHeaderLabels(
+        {tr("Folder"), tr("Found"), tr("Written"), tr("Joined"), tr("Left out"), tr("Changed")});
     const auto addRow = [table](const QString &name, const FolderCount &count) {
-        auto *row = new QTreeWidgetItem(table, {name, number(count.found), number(count.written),
-                                                number(count.joined), number(count.leftOut)});
+        auto *row =
+            new QTreeWidgetItem(table, {name, number(count.found), number(count.written),
+                                        number(count.joined), number(count.leftOut), number(count.changed)});
         row->setToolTip(0, (QStringList(name) + count.mailboxes).join(QLatin1Char('\n')));
         for (int column = 1; column < table->columnCount(); ++column)
             row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
@@ -160,12 +154,11 @@ QStringList closingNumbers(const SaveReport &report, const SaveLedger &ledger)
     QStringList lines{numbers};
     if (report.end == SaveReport::End::Stopped)
         lines += ReportDialog::tr("The report tells which mailboxes are whole.");
-    const qint64 changed = changedMessages(ledger);
+    const qint64 changed = total.changed;
     if (changed > 0 && bExactCopies)
-        lines += ReportDialog::tr("Changed: at least %1, see the report.").arg(number(changed));
+        lines += ReportDialog::tr("Changed: %1, see the report.").arg(number(changed));
     else if (changed > 0)
-        lines += ReportDialog::tr("Changed: at least %1. Exact copies keep them as they are.")
-                     .arg(number(changed));
+        lines += ReportDialog::tr("Changed: %1. Exact copies keep them as they are.").arg(number(changed));
     return lines;
 }
 

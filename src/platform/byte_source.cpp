@@ -1,5 +1,6 @@
 #include "platform/byte_source.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 #include <algorithm>
@@ -32,7 +33,7 @@ ByteSource ByteSource::ofFile(const QString &path, size_t startBytes)
         return source;
     }
     if (!S_ISREG(info.st_mode)) {
-        source.fail(0, QStringLiteral("not a regular file"));
+        source.fail(0, QCoreApplication::translate("Problem", "not a regular file"));
         source.m_file.close();
         return source;
     }
@@ -102,7 +103,8 @@ qint64 ByteSource::readFile(qint64 position, char *to, qint64 count)
             const int number = errno;
             fail(number, qt_error_string(number));
         } else if (got == 0) {
-            fail(0, QStringLiteral("shorter than the %1 bytes that it had").arg(m_size));
+            fail(0,
+                 QCoreApplication::translate("Problem", "shorter than the %1 bytes that it had").arg(m_size));
         }
         if (got <= 0)
             break;

@@ -113,7 +113,8 @@ std::optional<QStringList> findFiles(const QString &folder, const QString &nameP
     *error = list.errorString();
     // A search that could not enter a folder fails as well, and says so in the list.
     if (error->isEmpty() && status != 0 && !lines.startsWith("find: ") && !lines.contains("\nfind: "))
-        *error = QStringLiteral("the search failed with status %1, its list at %2 may be cut short")
+        *error = QCoreApplication::translate(
+                     "Problem", "the search failed with status %1, its list at %2 may be cut short")
                      .arg(status)
                      .arg(own.list());
     return error->isEmpty() ? std::make_optional(pathsOfLines(lines)) : std::nullopt;

@@ -38,7 +38,7 @@ struct Span {
     qint64 end = 0;
     bool isShort = false;
     QByteArray separator; ///< the file's own, line feed included; "" where it has none that will do
-    std::optional<QDateTime> received;
+    std::optional<EmlxSpan> emlx;
 };
 
 bool holdsTime(const QByteArray &line)
@@ -83,7 +83,7 @@ Span spanOf(ByteSource *source)
     if (!source->path().endsWith(QLatin1String(".emlx")))
         return spanOfMailFile(source);
     const EmlxSpan emlx = emlxSpan(source);
-    return {emlx.start, emlx.end, emlx.isShort, QByteArray(), emlxDateReceived(source, emlx)};
+    return {emlx.start, emlx.end, emlx.isShort, QByteArray(), emlx};
 }
 
 QByteArray separatorOf(ByteSource *source, const Span &span)
@@ -92,8 +92,8 @@ QByteArray separatorOf(ByteSource *source, const Span &span)
         return span.separator;
     const QByteArray headers = bytesAt(source, span.start, std::min(span.end, span.start + blockBytes));
     std::optional<QDateTime> date = mailDate(headerValue(view(headers), "Date").value_or(QByteArray()));
-    if (!date)
-        date = span.received;
+    if (!date && span.emlx)
+        date = emlxDateReceived(source, *span.emlx);
     if (!date)
         date = QDateTime::fromMSecsSinceEpoch(source->stamp().changed / 1000000, Qt::UTC);
     return separatorLine(headerValue(view(headers), "From").value_or(QByteArray()), *date);

@@ -16,7 +16,7 @@
 
 namespace
 {
-constexpr qint64 blockBytes = 57 * 4096; // whole lines of base64
+constexpr qint64 blockBytes = 57 * 1024; // whole lines of base64
 
 std::string_view view(const QByteArray &bytes)
 {
@@ -166,7 +166,7 @@ private:
             }
             ++m_result.emptyParts;
             reportProblem(
-                QStringLiteral("an attachment that is not in the archive was left out of its message: %1/%2")
+                Problem::tr("an attachment that is not in the archive was left out of its message: %1/%2")
                     .arg(m_archive->path(), link.url));
         }
     }

@@ -80,7 +80,7 @@ void ExactSaving::saveMailbox(const QString &path, const std::function<void(int)
             item.messages = known;
         saveLedger.addFound(item.messages.value_or(0));
         saveLedger.addLeftOut(item);
-        reportUnread(QStringLiteral("passed over, it can't be read as a mailbox any more: ") +
+        reportUnread(Problem::tr("passed over, it can't be read as a mailbox any more: ") +
                      (source.errorString().isEmpty() ? path : source.errorString()));
         return;
     }
@@ -118,7 +118,7 @@ void ExactSaving::saveMessage(ByteSource source)
     const MessagePlace place{source.path(), 0};
     if (!source.isOpen()) {
         saveLedger.addLeftOut({place.path, 0, 1, reasonOf(source), source.errorString()});
-        reportUnread(QStringLiteral("left out: ") + source.errorString());
+        reportUnread(Problem::tr("left out: ") + source.errorString());
         return;
     }
     openTarget();
@@ -143,10 +143,9 @@ void ExactSaving::tellMessage(const ExactMessageCopy &copy, const MessagePlace &
         const bool part = source.errorString().isEmpty() && !bOlmFileFound;
         saveLedger.addLeftOut(
             {place.path, place.offset, 1, part ? LeftOutReason::Part : LeftOutReason::Unreadable, error});
-        reportUnread(
-            QStringLiteral("a message was left out, it can't be read: %1 (%2)").arg(place.path, error));
+        reportUnread(Problem::tr("a message was left out, it can't be read: %1 (%2)").arg(place.path, error));
     } else if (copy.isShort) {
-        const QString text = QStringLiteral("shorter than its own byte count: ") + place.path;
+        const QString text = Problem::tr("shorter than its own byte count: ") + place.path;
         saveLedger.addLeftOut({place.path, place.offset, 1, LeftOutReason::Unreadable, text});
         m_batch.addStrays(1, place);
         reportUnread(text);

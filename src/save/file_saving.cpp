@@ -112,9 +112,11 @@ LeftOutReason FileSaving::openFailure() const
 // The message stands in the mailbox, be it whole or not; so many of its lines start with "From ".
 void FileSaving::endMessage(qint64 fromLines)
 {
-    if (m_countedEnd > m_size && !m_flaw)
+    if (m_countedEnd > m_size && !m_flaw) {
         m_flaw = {LeftOutReason::Unreadable,
-                  QStringLiteral("shorter than its first line says: ") + m_place.path};
+                  Problem::tr("shorter than its first line says: ") + m_place.path};
+        reportUnread(m_flaw->text);
+    }
     m_batch.addStrays(fromLines, m_place);
     if (m_flaw) {
         m_batch.addStrays(1, m_place); // the separator
@@ -145,7 +147,7 @@ bool FileSaving::open(ByteSource file)
 {
     if (m_source.open(std::move(file)))
         return true;
-    reportUnread(QStringLiteral("the save ended at a file that can't be opened: ") + m_source.errorString());
+    reportUnread(Problem::tr("the save ended at a file that can't be opened: ") + m_source.errorString());
     return false;
 }
 
@@ -167,7 +169,7 @@ void FileSaving::checkRead(LeftOutReason reason)
 {
     if (m_source.errorString().isEmpty())
         return;
-    reportUnread(QStringLiteral("can't be read to its end: ") + m_source.errorString());
+    reportUnread(Problem::tr("can't be read to its end: ") + m_source.errorString());
     if (!m_flaw)
         m_flaw = {reason, m_source.errorString()};
 }
@@ -201,7 +203,7 @@ QString FileSaving::accountOf(const QString &path)
             m_selectedFile, QStringLiteral("accounts.ini"), QStringLiteral("/var/tmp/VelmoraKestrinINI"),
             [] { return true; }, &error);
         if (!found)
-            reportUnread(QStringLiteral("the account names can't be searched for: ") + error);
+            reportUnread(Problem::tr("the account names can't be searched for: ") + error);
         m_accounts.emplace(found && !found->isEmpty() ? found->last() : QString(), saveAccounts);
         reportUnread(m_accounts->errorString());
     }
@@ -234,7 +236,7 @@ QStringList FileSaving::partsOf(const QString &path)
             return {};
         }
         if (!found) {
-            m_flaw = {LeftOutReason::Part, QStringLiteral("the parts can't be searched for: ") + error};
+            m_flaw = {LeftOutReason::Part, Problem::tr("the parts can't be searched for: ") + error};
             reportUnread(m_flaw->text);
             return {};
         }
@@ -243,7 +245,7 @@ QStringList FileSaving::partsOf(const QString &path)
     QStringList parts = m_partIndex->takeParts(path);
     if (parts.isEmpty() || m_source.size() <= m_largestPartial)
         return parts;
-    m_flaw = {LeftOutReason::TooLarge, QStringLiteral("saved without its parts, it is too large: ") + path};
+    m_flaw = {LeftOutReason::TooLarge, Problem::tr("saved without its parts, it is too large: ") + path};
     reportUnread(m_flaw->text);
     return {};
 }
@@ -272,7 +274,7 @@ void FileSaving::appendPartial()
     for (int i = 0; i < m_parts.size(); ++i) {
         const qint64 place = m_places[static_cast<size_t>(i)];
         if (place < 0) {
-            reportProblem(QStringLiteral("left out, its message has no place for it: ") + m_parts.at(i));
+            reportProblem(Problem::tr("left out, its message has no place for it: ") + m_parts.at(i));
             continue;
         }
         append(text.substr(written, static_cast<size_t>(place) - written));

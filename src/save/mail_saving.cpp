@@ -37,7 +37,7 @@ void QMailSaving::run()
         (this->*m_writer->reader)();
     if (!saveLedger.addsUp())
         reportProblem(
-            QStringLiteral("the messages of this save don't add up, which is a fault of this program"));
+            Problem::tr("the messages of this save don't add up, which is a fault of this program"));
 }
 
 void QMailSaving::emitFinished()

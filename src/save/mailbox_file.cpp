@@ -177,10 +177,10 @@ void MailboxFile::insertLineFeeds(const std::vector<qint64> &places)
 
 void MailboxFile::fail(int error)
 {
-    m_error = QStringLiteral("can't be written: %1: %2").arg(m_path, qt_error_string(error));
+    m_error = Problem::tr("can't be written: %1: %2").arg(m_path, qt_error_string(error));
     reportUnwritten(m_error);
     if (m_file >= 0 && ::ftruncate(m_file, m_settled) != 0)
-        reportUnwritten(QStringLiteral("ends within a message: %1").arg(m_path));
+        reportUnwritten(Problem::tr("ends within a message: %1").arg(m_path));
     if (m_file >= 0)
         ::close(m_file);
     m_file = -1;

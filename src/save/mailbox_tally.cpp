@@ -1,5 +1,7 @@
 #include "save/mailbox_tally.h"
 
+#include <algorithm>
+
 void MailboxTally::takeFromLine(qint64 offset, bool separates, bool quoted)
 {
     if (separates) {
@@ -29,6 +31,7 @@ void MailboxTally::endMessage()
         m_firstJoined = m_running.offset;
     ++(m_running.stands ? m_written : m_joined);
     const qint64 counts[] = {m_running.latin1.lost, m_running.latin1.single, m_running.quoted};
+    m_changed += std::any_of(std::begin(counts), std::end(counts), [](qint64 n) { return n > 0; }) ? 1 : 0;
     for (size_t i = 0; i < std::size(kinds); ++i) {
         if (counts[i] == 0)
             continue;
@@ -59,6 +62,7 @@ void MailboxTally::tell(const QString &path, SaveLedger *ledger) const
     ledger->addWritten(m_written);
     ledger->addJoined(m_joined, {path, m_firstJoined});
     ledger->addStrays(m_strays, {path, m_firstStray});
+    ledger->addChanged(m_changed);
     for (size_t i = 0; i < std::size(kinds); ++i) {
         ChangeCount change = m_changes[i];
         change.path = path;

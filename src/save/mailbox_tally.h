@@ -51,6 +51,7 @@ private:
     qint64 m_found = 0;
     qint64 m_written = 0;
     qint64 m_joined = 0;
+    qint64 m_changed = 0; ///< messages
     qint64 m_strays = 0;
     qint64 m_firstStray = 0;  ///< offset of the line
     qint64 m_firstJoined = 0; ///< offset of the message

@@ -14,8 +14,12 @@ void MessageBatch::add(const MessagePlace &place, bool joined)
 
 void MessageBatch::addChange(ChangeKind kind, qint64 count, const MessagePlace &place)
 {
-    if (count > 0)
-        m_changes.push_back({kind, {1, count, place.path, place.offset}});
+    if (count <= 0)
+        return;
+    const bool isOfLast = !m_changes.empty() && m_changes.back().count.offset == place.offset &&
+                          m_changes.back().count.path == place.path;
+    m_changed += isOfLast ? 0 : 1;
+    m_changes.push_back({kind, {1, count, place.path, place.offset}});
 }
 
 void MessageBatch::addStrays(qint64 lines, const MessagePlace &place)
@@ -41,7 +45,7 @@ void MessageBatch::settle(MailboxFile *target)
                 {message.path, message.offset, 1, LeftOutReason::Unwritable, target->errorString()});
     m_messages.clear();
     m_changes.clear();
-    m_joined = m_strays = 0;
+    m_joined = m_strays = m_changed = 0;
 }
 
 void MessageBatch::tell(const QString &mailbox) const
@@ -52,6 +56,7 @@ void MessageBatch::tell(const QString &mailbox) const
     m_ledger->addWritten(static_cast<qint64>(m_messages.size()) - m_joined);
     m_ledger->addJoined(m_joined, m_firstJoined);
     m_ledger->addStrays(m_strays, m_firstStray);
+    m_ledger->addChanged(m_changed);
     for (const Change &change : m_changes)
         m_ledger->addChanges(change.kind, change.count);
 }

@@ -15,7 +15,7 @@ public:
 
     /// A message that is whole; `joined`: without a separator of its own.
     void add(const MessagePlace &place, bool joined = false);
-    /// It was changed.
+    /// It was changed. All that is told of one message comes together.
     void addChange(ChangeKind kind, qint64 count, const MessagePlace &place);
     /// Lines in it start with "From ".
     void addStrays(qint64 lines, const MessagePlace &place);
@@ -36,6 +36,7 @@ private:
     SaveLedger *m_ledger;
     std::vector<MessagePlace> m_messages;
     std::vector<Change> m_changes;
+    qint64 m_changed = 0; ///< messages that have a change
     qint64 m_joined = 0;
     MessagePlace m_firstJoined;
     qint64 m_strays = 0;

@@ -1,15 +1,18 @@
 #include "save/olm_xml.h"
 
+#include "app/problem_log.h"
+
 #include <QRegularExpression>
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 namespace
 {
-constexpr qint64 pieceBytes = 64 * 1024;
+constexpr qint64 pieceBytes = 16 * 1024;
 
 /// Where the text of an element goes.
 struct TextElement {
@@ -80,23 +83,38 @@ private:
                (c < QLatin1Char(' ') && !isAllowed(c.unicode()));
     }
 
-    // Gives how many characters it took.
+    // Gives how many characters it took: those of a reference, or one. A "&" that starts none is escaped.
     int takeCharacter(int at, QString *xml) const
     {
         if (m_text.at(at) != QLatin1Char('&'))
             return 1;
-        static const QRegularExpression form(
-            QStringLiteral("\\G&(?:(amp|lt|gt|quot|apos)|(nbsp)|#(\\d{1,7})|#x([0-9A-Fa-f]{1,6}));"));
-        const QRegularExpressionMatch match = form.match(m_text, at);
-        const QString number = match.captured(3) + match.captured(4);
-        const bool hex = match.capturedLength(4) > 0;
-        if (!match.hasMatch())
-            *xml += QLatin1String("&amp;");
-        else if (match.capturedLength(2) > 0)
-            *xml += QChar(QChar::Nbsp);
-        else if (number.isEmpty() || isAllowed(number.toUInt(nullptr, hex ? 16 : 10)))
-            *xml += match.captured();
-        return match.hasMatch() ? match.capturedLength() : 1;
+        const int longest = std::min(longestReference, m_text.size() - at);
+        const QStringRef text = m_text.midRef(at, longest);
+        const QStringRef reference = text.left(text.indexOf(QLatin1Char(';')) + 1);
+        const std::optional<QString> kept = keptReference(reference);
+        *xml += kept.value_or(QStringLiteral("&amp;"));
+        return kept ? reference.size() : 1;
+    }
+
+    // What stands for "&lt;" or "&#233;" in XML, nothing for a character that XML does not allow; none for "&x;".
+    static std::optional<QString> keptReference(const QStringRef &reference)
+    {
+        static const QStringList known = {QStringLiteral("&amp;"), QStringLiteral("&lt;"),
+                                          QStringLiteral("&gt;"), QStringLiteral("&quot;"),
+                                          QStringLiteral("&apos;")};
+        if (known.contains(reference.toString()))
+            return reference.toString();
+        if (reference == QLatin1String("&nbsp;"))
+            return QString(QChar::Nbsp);
+        if (!reference.startsWith(QLatin1String("&#")))
+            return std::nullopt;
+        const bool isHex = reference.startsWith(QLatin1String("&#x"));
+        const QStringRef digits = reference.mid(isHex ? 3 : 2).chopped(1);
+        bool isNumber = false;
+        const uint character = digits.toUInt(&isNumber, isHex ? 16 : 10);
+        if (!isNumber || !digits.at(0).isLetterOrNumber())
+            return std::nullopt;
+        return isAllowed(character) ? reference.toString() : QString();
     }
 
     QString m_text; ///< that has not been given yet
@@ -226,7 +244,7 @@ qint64 startOfMessage(ByteSource *archive, qint64 offset, qint64 size)
 {
     QByteArray head(static_cast<int>(qBound<qint64>(0, size, pieceBytes)), Qt::Uninitialized);
     head.truncate(static_cast<int>(archive->read(offset, head.data(), head.size())));
-    const QRegularExpression tag(QStringLiteral("<email[ >\t\r\n]"));
+    static const QRegularExpression tag(QStringLiteral("<email[ >\t\r\n]"));
     const qint64 at = tag.match(QString::fromLatin1(head)).capturedStart();
     return at < 0 ? -1 : offset + at;
 }
@@ -238,6 +256,6 @@ OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size)
     if (start >= 0)
         return MailReader(archive, start, offset + size).read();
     OlmMail none;
-    none.error = QStringLiteral("there is no message");
+    none.error = Problem::tr("there is no message");
     return none;
 }

@@ -32,7 +32,7 @@ void appendToFile(const QString &path, const QByteArray &bytes)
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append) || file.write(bytes) != bytes.size() ||
         !file.flush())
-        reportUnwritten(QStringLiteral("can't be written: %1: %2").arg(path, file.errorString()));
+        reportUnwritten(Problem::tr("can't be written: %1: %2").arg(path, file.errorString()));
 }
 } // namespace
 
@@ -47,7 +47,7 @@ void prepareOutlookBundle(const QString &root)
 {
     const QString contents = root + QStringLiteral("/Contents");
     if (const int error = bundlePlace.makeFolder(contents))
-        reportUnwritten(QStringLiteral("can't be written: %1: %2").arg(contents, qt_error_string(error)));
+        reportUnwritten(Problem::tr("can't be written: %1: %2").arg(contents, qt_error_string(error)));
     else
         CreateFilesInMainIdentity(root);
 }

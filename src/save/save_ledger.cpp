@@ -142,9 +142,9 @@ LeftOutItem *SaveLedger::itemLike(const LeftOutItem &item)
     return nullptr;
 }
 
-void SaveLedger::addChange(ChangeKind kind, qint64 count, const QString &path, qint64 offset)
+void SaveLedger::addChanged(qint64 messages)
 {
-    addChanges(kind, {1, count, path, offset});
+    add([messages](FolderCount *folder) { folder->changed += messages; });
 }
 
 void SaveLedger::addChanges(ChangeKind kind, const ChangeCount &changes)

@@ -82,6 +82,7 @@ struct FolderCount {
     qint64 written = 0;
     qint64 joined = 0;
     qint64 leftOut = 0;
+    qint64 changed = 0;    ///< written or joined, in one or more of the ways of ChangeKind
     QStringList mailboxes; ///< target files, absolute, in the order met
 };
 
@@ -116,10 +117,11 @@ public:
     /// Of the messages found, item.messages were left out. Items of one file that come together and have the same
     /// reason become one.
     void addLeftOut(const LeftOutItem &item);
-    /// One message that was written or joined was changed, `count` times; `path` and `offset` tell where it stands in the store.
-    void addChange(ChangeKind kind, qint64 count, const QString &path, qint64 offset);
-    /// Several messages were; path and offset tell where the first of them stands. None is no change.
+    /// Messages that were written or joined were changed in this way; path and offset tell where the first of them
+    /// stands. None is no change.
     void addChanges(ChangeKind kind, const ChangeCount &changes);
+    /// So many messages were changed, each in one or more ways.
+    void addChanged(qint64 messages);
     /// Lines of target mailboxes that start with "From " and are no written message's separator; `first`: whose text
     /// they are.
     void addStrays(qint64 lines, const MessagePlace &first = {});

@@ -42,7 +42,7 @@ public:
     }
 
 private:
-    static constexpr qint64 longestWait = 300; // milliseconds
+    static constexpr qint64 longestWait = 100; // milliseconds, that a stop is kept waiting
     QElapsedTimer m_timer;
 };
 
@@ -74,7 +74,7 @@ LeftOutItem leftOutBy(CopyEnd end, const MailboxCopy &copy, const QString &write
         break;
     case CopyEnd::Stopped:
         item.reason = LeftOutReason::Stopped;
-        item.text = QStringLiteral("the copy of this mailbox was stopped, it is not whole");
+        item.text = Problem::tr("the copy of this mailbox was stopped, it is not whole");
         break;
     case CopyEnd::Unreadable:
         item.reason = LeftOutReason::Unreadable;
@@ -152,7 +152,7 @@ void QMailSaving::copyMailbox(const QString &path, bool *prepared)
     GetAllFilePathInStrList = path;
     MailboxCopy copy;
     if (!mayBeMailbox(path) || !copy.open(path.trimmed())) {
-        reportUnread(QStringLiteral("passed over, it can't be read as a mailbox any more: ") +
+        reportUnread(Problem::tr("passed over, it can't be read as a mailbox any more: ") +
                      (copy.errorString().isEmpty() ? path : copy.errorString()));
         tellPassedOver(path, &copy);
         return;

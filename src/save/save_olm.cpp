@@ -130,9 +130,9 @@ void QMailSaving::OnMailSaving()
     }
     leaveOutRecords(noOfConvertedMessage, LeftOutReason::Stopped, QString());
     if (!archive.errorString().isEmpty())
-        reportUnread(QStringLiteral("can't be read to its end: ") + archive.errorString());
+        reportUnread(Problem::tr("can't be read to its end: ") + archive.errorString());
     if (saving.incompleteMessages() > 0)
-        reportUnread(QStringLiteral("shorter than its records say, %1 message(s) are not whole: %2")
+        reportUnread(Problem::tr("shorter than its records say, %1 message(s) are not whole: %2")
                          .arg(saving.incompleteMessages())
                          .arg(m_selectedFile));
 }

@@ -167,15 +167,11 @@ QStringList Report::oddities(const SaveLedger &ledger)
 
 QStringList Report::passedOverFiles()
 {
-    const std::vector<PassedOverFile> &files = passedOver.files();
-    qint64 count = static_cast<qint64>(files.size());
-    for (int i = 0; i < passedOverReasons; ++i)
-        count += passedOver.beyond(static_cast<PassedOverReason>(i));
-    if (count == 0)
+    if (passedOver.count() == 0)
         return {};
-    return {
-        tr("Passed over: %1 file(s) or folder(s) of the store stand in no folder of the list").arg(count) +
-        example(files.front().path, 0)};
+    return {tr("Passed over: %1 file(s) or folder(s) of the store stand in no folder of the list")
+                .arg(passedOver.count()) +
+            example(passedOver.files().front().path, 0)};
 }
 
 QStringList Report::check(const BundleCheck &check)
@@ -239,5 +235,6 @@ QString wholeReportText(const SaveReport &report, const SaveLedger &ledger)
         lines.append(Report::item(item));
     if (const std::optional<LeftOutItem> rest = ledger.itemsNotKept())
         lines.append(Report::item(*rest));
+    lines += passedOver.sentences();
     return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
 }

@@ -23,5 +23,6 @@ struct SaveReport {
 /// The report in plain words, a sentence for each line: how the save ended and where its bundle stands, a line of
 /// totals, then a sentence for each thing to know that is not zero, with its number and an example.
 QStringList reportSentences(const SaveReport &report, const SaveLedger &ledger);
-/// The sentences, and behind them a line for each folder and each file or message that was left out.
+/// The sentences, and behind them a line for each folder, each file or message that was left out, and each file of the
+/// store that stands in no folder.
 QString wholeReportText(const SaveReport &report, const SaveLedger &ledger);

@@ -103,9 +103,9 @@ void leaveOutArchive(const ByteSource &archive)
 {
     const QString problem =
         archive.isOpen()
-            ? QStringLiteral("another file than the one that was scanned, nothing of it was saved: ") +
+            ? Problem::tr("another file than the one that was scanned, nothing of it was saved: ") +
                   archive.path()
-            : QStringLiteral("can't be opened: ") + archive.errorString();
+            : Problem::tr("can't be opened: ") + archive.errorString();
     const bool gone = archive.isOpen() || archive.errorNumber() == ENOENT;
     leaveOutRecords(0, gone ? LeftOutReason::Vanished : LeftOutReason::Unreadable, problem);
     reportUnread(problem);

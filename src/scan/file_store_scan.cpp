@@ -98,16 +98,16 @@ std::optional<QStringList> findInStore(const char *pattern, const char *listFile
     std::optional<QStringList> found = findFiles(
         m_selectedFile, QLatin1String(pattern), QLatin1String(listFile), [] { return !bStopFlag; }, &error);
     if (!found && !bStopFlag)
-        reportUnread(QStringLiteral("can't be searched: %1: %2").arg(m_selectedFile, error));
+        reportUnread(Problem::tr("can't be searched: %1: %2").arg(m_selectedFile, error));
     return found;
 }
 
 void reportUnreadable(const QString &path, const QString &error)
 {
     if (path.startsWith(QLatin1Char('/')))
-        reportUnread(QStringLiteral("the scan ended at a file that can't be opened: ") + error);
+        reportUnread(Problem::tr("the scan ended at a file that can't be opened: ") + error);
     else
-        reportUnread(QStringLiteral("the scan ended, the search of the store met an error: ") + path);
+        reportUnread(Problem::tr("the scan ended, the search of the store met an error: ") + path);
 }
 
 void TreePaths::enter(const QString &tree, const std::function<void()> &create)

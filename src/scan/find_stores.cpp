@@ -327,3 +327,11 @@ FoundStores findStores(const QStringList &folders, const std::function<bool()> &
     }
     return walk.takeFound();
 }
+
+const FoundStore *largestStore(const FoundStores &found)
+{
+    const auto largest = std::max_element(
+        found.stores.begin(), found.stores.end(),
+        [](const FoundStore &one, const FoundStore &other) { return one.bytes < other.bytes; });
+    return largest == found.stores.end() ? nullptr : &*largest;
+}

@@ -23,3 +23,5 @@ struct FoundStores {
 /// file is read further. Where a client has left no mark, its store is the largest folder that holds nothing but its
 /// message files. `stopped` is asked before each folder; after a true the stores found so far are given.
 FoundStores findStores(const QStringList &folders, const std::function<bool()> &stopped = nullptr);
+/// The store with the most bytes, of whatever client; null without one.
+const FoundStore *largestStore(const FoundStores &found);

@@ -19,7 +19,7 @@ void reportReadError(const QString &path, const ByteSource &source)
 {
     const bool isFile = source.isOpen() || (source.errorNumber() != 0 && source.errorNumber() != ENOENT);
     if (isFile && mayBeMailbox(path) && !source.errorString().isEmpty())
-        reportUnread(QStringLiteral("can't be read to its end: ") + source.errorString());
+        reportUnread(Problem::tr("can't be read to its end: ") + source.errorString());
 }
 
 // Looks at the first line, which may be as long as the file.

@@ -21,14 +21,14 @@ struct OtherKind {
 
 // clang-format off
 //                            nameEnd   inFolder  text
-const OtherKind otherKinds[] {{nullptr, "/cur",   "message file(s) of a maildir"},
-                              {nullptr, "/new",   "message file(s) of a maildir"},
-                              {".mbox", "",       "mailbox file(s) named .mbox"},
-                              {".emlx", "",       ".emlx file(s)"},
-                              {".eml",  "",       ".eml file(s)"},
-                              {".mbs",  "",       ".mbs file(s)"},
-                              {".olm",  "",       ".olm file(s)"},
-                              {nullptr, "",       "file(s) without mail of this client"}};
+const OtherKind otherKinds[] {{nullptr, "/cur",   QT_TRANSLATE_NOOP("Problem", "message file(s) of a maildir")},
+                              {nullptr, "/new",   QT_TRANSLATE_NOOP("Problem", "message file(s) of a maildir")},
+                              {".mbox", "",       QT_TRANSLATE_NOOP("Problem", "mailbox file(s) named .mbox")},
+                              {".emlx", "",       QT_TRANSLATE_NOOP("Problem", ".emlx file(s)")},
+                              {".eml",  "",       QT_TRANSLATE_NOOP("Problem", ".eml file(s)")},
+                              {".mbs",  "",       QT_TRANSLATE_NOOP("Problem", ".mbs file(s)")},
+                              {".olm",  "",       QT_TRANSLATE_NOOP("Problem", ".olm file(s)")},
+                              {nullptr, "",       QT_TRANSLATE_NOOP("Problem", "file(s) without mail of this client")}};
 // clang-format on
 
 bool isOfKind(const QString &path, const OtherKind &kind)
@@ -61,20 +61,18 @@ QString whatIsThere(const QString &store)
     walkFolder(store, visit);
     for (size_t i = 0; i < std::size(otherKinds); ++i)
         if (found[i].count > 0)
-            return QStringLiteral("no mailbox of this client in it, but %1 %2: %3")
-                .arg(QString::number(found[i].count), QLatin1String(otherKinds[i].text), found[i].example);
-    return QStringLiteral("there is no file in it: ") + store;
+            return Problem::tr("no mailbox of this client in it, but %1 %2: %3")
+                .arg(QString::number(found[i].count), Problem::tr(otherKinds[i].text), found[i].example);
+    return Problem::tr("there is no file in it: ") + store;
 }
-// The largest store that there is, of whatever client; "" without one.
+// Where there is a store of another client; "" without one.
 QString otherStore(const QString &path)
 {
     const FoundStores found = findStores({path}, [] { return bStopFlag.load(); });
-    const auto largest = std::max_element(
-        found.stores.begin(), found.stores.end(),
-        [](const FoundStore &one, const FoundStore &other) { return one.bytes < other.bytes; });
-    if (largest == found.stores.end())
+    const FoundStore *largest = largestStore(found);
+    if (!largest)
         return QString();
-    return QStringLiteral("there is a store of %1, choose that client and %2")
+    return Problem::tr("there is a store of %1, choose that client and %2")
         .arg(QLatin1String(findStoreKind(largest->client)->label), largest->path);
 }
 } // namespace
@@ -83,13 +81,13 @@ QString noDataReason(const QString &store, bool followsLinks)
 {
     const QFileInfo info(store);
     if (!info.exists())
-        return QStringLiteral("no such folder: ") + store;
+        return Problem::tr("no such folder: ") + store;
     if (info.isSymLink() && !followsLinks)
-        return QStringLiteral("this is a link, choose the folder that it leads to: ") + store;
+        return Problem::tr("this is a link, choose the folder that it leads to: ") + store;
     if (const QString other = otherStore(store); !other.isEmpty())
         return other;
     if (!info.isDir())
-        return QStringLiteral("a folder is wanted, this is a file: ") + store;
+        return Problem::tr("a folder is wanted, this is a file: ") + store;
     return whatIsThere(store);
 }
 

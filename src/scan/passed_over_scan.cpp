@@ -7,7 +7,7 @@
 
 void tellUnreadableFolder(const QString &path, const QString &error)
 {
-    reportUnread(QStringLiteral("a folder can't be read: %1: %2").arg(path, error));
+    reportUnread(Problem::tr("a folder can't be read: %1: %2").arg(path, error));
     passedOver.add(path, PassedOverReason::Unreadable);
 }
 

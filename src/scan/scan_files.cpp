@@ -55,7 +55,7 @@ void QMessageSavingThread::tellPassedOver(const StoreScan &store, const QSet<QSt
     if (step == FileStep::Unreadable)
         taken.unreadable = path;
     if (step == FileStep::WrongStore)
-        reportProblem(QStringLiteral("this file belongs to another client's store: ") + path);
+        reportProblem(Problem::tr("this file belongs to another client's store: ") + path);
     tellPassedOverFiles(taken);
 }
 

@@ -74,7 +74,7 @@ void QMessageSavingThread::CreateFile()
         return;
     }
     if (!hasProblems())
-        reportProblem(QStringLiteral("there is no message in it: ") + m_selectedFile);
+        reportProblem(Problem::tr("there is no message in it: ") + m_selectedFile);
     emitNoArchiveData();
 }
 
@@ -119,7 +119,7 @@ void QMessageSavingThread::endWithoutArchive()
         emitNoArchiveData();
         return;
     }
-    reportUnread(QStringLiteral("can't be opened: ") + m_archive->errorString());
+    reportUnread(Problem::tr("can't be opened: ") + m_archive->errorString());
     bStopFlag = true;
 }
 
@@ -161,8 +161,8 @@ void QMessageSavingThread::reportOlmProblems(const OlmWalkResult &walk)
     reportCount(walk.compressed, "passed over, their contents are compressed: %1 entries of %2");
     reportCount(walk.tooLong, "passed over, their text is too long: %1 entries of %2");
     if (!m_archive->errorString().isEmpty())
-        reportUnread(QStringLiteral("can't be read to its end: ") + m_archive->errorString());
+        reportUnread(Problem::tr("can't be read to its end: ") + m_archive->errorString());
     else if (walk.cutOff)
-        reportUnread(QStringLiteral("cut off, its central directory is missing and messages may be too: ") +
+        reportUnread(Problem::tr("cut off, its central directory is missing and messages may be too: ") +
                      m_selectedFile);
 }

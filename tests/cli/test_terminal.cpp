@@ -68,6 +68,10 @@ private slots:
                      "velmora-convert: Selected file is either invalid or empty: /no\\x1b[2J\\x0awhere"),
                  run.err);
         QVERIFY(!run.err.contains('\x1B'));
+        writeFiles(m_dir.filePath("odd"), {{"Mail/In", mailbox}, {"Mail/a.eml", mailbox}});
+        QVERIFY(
+            convert({"scan", "--client", "3", m_dir.filePath("odd")})
+                .err.endsWith("odd/Mail/a.eml: begins as a mailbox, but has the name of something else\n"));
     }
 
     void fullDevice_data()

@@ -19,7 +19,8 @@ const QByteArray text = "Content-Type: text/plain; x\n\n";
 
 using Meanwhile = std::function<void()>;
 
-// The account in short: found = written + joined + left out, strays, then changes and reasons with their numbers.
+// The account in short: found = written + joined + left out, strays, then changes and reasons with their numbers; how
+// many messages were changed where no single kind has as many.
 QString account()
 {
     const FolderCount &total = saveLedger.total();
@@ -29,9 +30,15 @@ QString account()
                         .arg(total.joined)
                         .arg(total.leftOut)
                         .arg(saveLedger.strays());
-    for (int i = 0; i < changeKinds; ++i)
-        if (const ChangeCount &change = saveLedger.change(ChangeKind(i)); change.messages > 0)
+    qint64 most = 0;
+    for (int i = 0; i < changeKinds; ++i) {
+        const ChangeCount &change = saveLedger.change(ChangeKind(i));
+        most = qMax(most, change.messages);
+        if (change.messages > 0)
             words += QString(", %1 %2/%3").arg(nameOf(ChangeKind(i))).arg(change.messages).arg(change.count);
+    }
+    if (total.changed != most)
+        words += QString(", changed %1").arg(total.changed);
     for (const LeftOutItem &item : saveLedger.leftOutItems())
         words += QString(", %1 %2")
                      .arg(nameOf(item.reason))
@@ -125,7 +132,7 @@ private slots:
         row("Outspring", 9, true,
             {{"In/1.eml", " \r\nA\n\nx\xC3\xA9" + QByteArray(declaration) + "y\n"},
              {"In/2.eml", "From b\nFrom c\n"}},
-            nothing, "2 = 2 + 0 + 0, 0, quoted 1/1, cutText 1/1");
+            nothing, "2 = 2 + 0 + 0, 0, quoted 1/1, cutText 1/1, changed 2");
         const FileMap opera{{"store/account1/1.mbs", "From a\nFrom : b From : c\nFrom d\n"}};
         row("Opera to Outlook", 10, false, opera, nothing, "1 = 1 + 0 + 0, 1, quoted 1/1");
         row("Opera to Apple", 10, true, opera, nothing, "1 = 1 + 0 + 0, 2");
@@ -218,7 +225,7 @@ private slots:
              {{"In.mbox/1.partial.emlx", "0\nX-Apple-Content-Length: 1\n\n"}, {"In.mbox/1.2.emlxpart", "x"}});
         saveLedger.clear();
         saveDir = out();
-        FileSaving saving(appleMailSave, SaveMode::CountOnly);
+        FileSaving saving(writeMail, SaveMode::CountOnly);
         saving.setLargestPartial(10);
         QVERIFY(saving.save(ByteSource::ofFile(m_run->path("In.mbox/1.partial.emlx"))));
         saving.closeMailbox();

@@ -3,6 +3,9 @@
 #include "scan/default_location.h"
 #include "scan/store_kinds.h"
 
+#include <QDropEvent>
+#include <QMimeData>
+
 class TestSelectionDialog : public QObject
 {
     Q_OBJECT
@@ -38,6 +41,33 @@ private slots:
     }
 
     void clients() { checkRow(); }
+
+    // What a file manager's store is taken for.
+    void drop_data()
+    {
+        const DataTable row([](int chosen, const char *dropped, int client, const char *place) {
+            WindowRobot robot;
+            robot.clientBox()->setCurrentIndex(chosen);
+            const QString samples = qEnvironmentVariable("VELMORA_SOURCE") + "/samples/";
+            QMimeData data;
+            data.setUrls({QUrl::fromLocalFile(samples + dropped)});
+            QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(m_pParseDatabase, &enter);
+            QVERIFY(enter.isAccepted());
+            QDropEvent event({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(m_pParseDatabase, &event);
+            QCOMPARE(robot.clientBox()->currentIndex(), client);
+            QCOMPARE(m_selectedFile, samples + place);
+        });
+        row("archive", 3, "outlook-2011/backup.olm", 5, "outlook-2011/backup.olm");
+        row("no client yet", 0, "mailmate", 8, "mailmate");
+        row("another client", 5, "thunderbird", 3, "thunderbird");
+        row("a client that fits", 4, "thunderbird", 4, "thunderbird");
+        row("below", 2, "opera", 10, "opera/mail");
+        row("nothing", 2, "../docs", 2, "../docs");
+    }
+
+    void drop() { checkRow(); }
 
     void browse()
     {

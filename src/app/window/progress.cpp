@@ -1,5 +1,6 @@
 #include "app/window/main_window.h"
 
+#include "app/passed_over.h"
 #include "app/problem_log.h"
 #include "app/run_step.h"
 #include "app/shared_state.h"
@@ -167,8 +168,13 @@ void QConverterMainWindow::SetProgressHide()
 static QString scanNumbers()
 {
     const ScanCount count = countScan();
-    return QConverterMainWindow::tr("%1 message(s) in %2 folder(s).")
-        .arg(QLocale().toString(count.messages), QLocale().toString(count.folders));
+    const QLocale locale;
+    QString numbers = QConverterMainWindow::tr("Messages: %1, folders: %2.")
+                          .arg(locale.toString(count.messages), locale.toString(count.folders));
+    if (passedOver.count() > 0)
+        numbers += QConverterMainWindow::tr("\nPassed over: %1, see the details.")
+                       .arg(locale.toString(passedOver.count()));
+    return numbers;
 }
 
 void QConverterMainWindow::HideProgressBar()
@@ -177,8 +183,11 @@ void QConverterMainWindow::HideProgressBar()
         finishSave();
         return;
     }
+    const QStringList problems = takeProblems();
+    const QStringList details = problems.mid(mostProblems) + passedOver.sentences();
     showBox(nullptr, QMessageBox::Information, QString(),
-            withProblems(tr("\nMailbox scan completed successfully."), takeProblems()), scanNumbers());
+            withProblems(tr("\nMailbox scan completed successfully."), problems), scanNumbers(),
+            details.join(QLatin1Char('\n')));
 }
 
 // The end signal may come several times in one save, and once more after a Stop that came too late.

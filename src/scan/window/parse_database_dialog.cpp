@@ -6,6 +6,7 @@
 #include "platform/user_name.h"
 #include "platform/window/text_fit.h"
 #include "scan/default_location.h"
+#include "scan/find_stores.h"
 #include "scan/message_saving_thread.h"
 #include "scan/store_kinds.h"
 #include "scan/window/store_drop.h"
@@ -13,6 +14,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QKeyEvent>
@@ -48,6 +50,18 @@ const StoreKind &kindAt(int index)
 {
     const StoreKind *kind = findStoreKind(index);
     return kind ? *kind : storeKinds[0];
+}
+
+// The largest store below a folder, unless the look would hold the window up: then client 0.
+FoundStore storeBelow(const QString &folder)
+{
+    constexpr qint64 longestLook = 150; // milliseconds
+    QElapsedTimer timer;
+    timer.start();
+    const auto isOver = [&timer] { return timer.elapsed() > longestLook; };
+    const FoundStores found = findStores({folder}, isOver);
+    const FoundStore *largest = largestStore(found);
+    return largest && !isOver() ? *largest : FoundStore();
 }
 } // namespace
 
@@ -187,13 +201,16 @@ void QParseDatabase::showChosen()
 
 void QParseDatabase::chooseStore(const QString &path)
 {
+    FoundStore store{archiveClient, path};
+    if (!QFileInfo(path).isFile())
+        store = storeBelow(path);
     const int client = comboBoxForClientList->currentIndex();
-    if (QFileInfo(path).isFile())
-        comboBoxForClientList->setCurrentIndex(archiveClient);
-    else if (client == archiveClient)
-        comboBoxForClientList->setCurrentIndex(0);
+    const bool fits =
+        store.client == 0 ? client != archiveClient : kindAt(client).store == kindAt(store.client).store;
+    if (!fits)
+        comboBoxForClientList->setCurrentIndex(store.client);
     globalVarForCurrentIndex = comboBoxForClientList->currentIndex();
-    m_selectedFile = path;
+    m_selectedFile = fits || store.client == 0 ? path : store.path;
     showChosen();
     if (globalVarForCurrentIndex != 0)
         return;

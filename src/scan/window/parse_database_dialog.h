@@ -15,8 +15,9 @@ class QParseDatabase : public QWidget, private Ui_BrowseWindow
 public:
     explicit QParseDatabase(QWidget *parent);
 
-    /// Chooses a store by its path: an .olm file with its client; a folder for the client that is chosen, or that is
-    /// chosen next.
+    /// Chooses a store by its path: an .olm file with its client; a folder for the client that is chosen if that reads
+    /// what lies below, else the largest store below it with the client that fits. Where a short look finds none, the
+    /// folder is for the client that is chosen, or that is chosen next.
     void chooseStore(const QString &path);
 
 public slots:
