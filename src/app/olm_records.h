@@ -15,7 +15,9 @@ template <int Width>
 class FixedText
 {
 public:
+    /// True for a field that holds nothing.
     bool isEmpty() const { return m_bytes.isEmpty(); }
+    /// The field as it is kept, and as text.
     const QByteArray &bytes() const { return m_bytes; }
     QString text() const { return QString::fromLatin1(m_bytes); }
     /// Takes the text as Latin-1 ("?" for what has no place in it), cut at the field's width.

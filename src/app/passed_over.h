@@ -23,6 +23,7 @@ constexpr int passedOverReasons = 7;
 /// The word in JSON: "excluded-name".
 const char *nameOf(PassedOverReason reason);
 
+/// One of them, by its absolute path.
 struct PassedOverFile {
     QString path;
     PassedOverReason reason;
@@ -34,14 +35,18 @@ class PassedOver
 public:
     static constexpr size_t mostFiles = 1000;
 
+    /// A new scan begins.
     void clear() { *this = PassedOver(); }
+    /// Tells of a file or folder; kept up to mostFiles.
     void add(const QString &path, PassedOverReason reason);
     /// A regular file that holds no mail.
     void addOther() { ++m_otherFiles; }
 
+    /// Those that were kept, in the order told.
     const std::vector<PassedOverFile> &files() const { return m_files; }
     /// Files of a reason that were not kept.
     qint64 beyond(PassedOverReason reason) const { return m_beyond[static_cast<size_t>(reason)]; }
+    /// How many addOther has told of.
     qint64 otherFiles() const { return m_otherFiles; }
     /// All rows of all reasons, kept or not.
     qint64 count() const;

@@ -41,8 +41,7 @@ struct MboxMessageNode {
     qint64 offset = 0; ///< bytes: where its separator line begins in its file
     QString subject;
     QString from;
-    QString
-        path; ///< shares its text with the other messages of the file; empty in the last record of an index
+    QString path;  ///< its text is shared by the messages of a file; "" in the last record of an index
     QString label; ///< Opera Mail: the location label
     MboxMessageNode *next = nullptr;
 };
@@ -60,12 +59,14 @@ FolderAttribNode *appendFolder(qint64 folderId, qint64 parentId);
 FolderAttribNode *findFolder(qint64 folderId);
 /// The records of a folder's direct children, in list order.
 const std::vector<FolderAttribNode *> &childFolders(qint64 folderId);
+/// Frees all folder records.
 void freeFolders();
 
 /// Appends a file record.
 MailItemNode *appendMailItem(const QString &path, qint64 parentId);
 /// The file records of one folder, in list order.
 const std::vector<const MailItemNode *> &mailItemsOfFolder(qint64 folderId);
+/// Frees all file records.
 void freeMailItems();
 
 /// Appends an empty message record and returns it.
@@ -80,6 +81,7 @@ const std::vector<const MboxMessageNode *> &messagesOfPath(const QString &path);
 std::vector<const MboxMessageNode *> &messageIndexOfLabel(const QString &account, const QString &label);
 /// The message records of an account's location label, in list order; both are compared case-sensitively.
 const std::vector<const MboxMessageNode *> &messagesOfLabel(const QString &account, const QString &label);
+/// Frees all message records.
 void freeMessages();
 
 /// What a record keeps of a text: all up to its first zero character, `limit` UTF-16 units at most (a surrogate pair

@@ -10,5 +10,6 @@ struct RunStep {
     qint64 count = 0;
 };
 
+/// Tells, and asks, where the worker is.
 void setRunStep(const RunStep &step);
 RunStep runStep();

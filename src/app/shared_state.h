@@ -65,11 +65,11 @@ inline QStringList AllFilePathInStrList;    ///< entries of the selected folder,
 inline QString GetAllFilePathInStrList;     ///< the entry now being read; never cleared
 inline int nextItr = 0;                     ///< index of that entry (scan), mailboxes done (save)
 inline PathList listOfPathOfOnlyForTree;    ///< mail files taken into the tree; cleared by a new selection
-inline QStringList listOfPath1;             ///< a reader's working lines; cleared by run and the readers
-inline QStringList strListSplitPath;        ///< last split of a path at "/ImapMail" or "/Mail"
+inline QStringList listOfPath1;             ///< fixed name, nothing reads it; cleared by run
+inline QStringList strListSplitPath;        ///< fixed name, nothing reads it
 inline QStringList listOfPathOfOnlyEmlx;    ///< found .emlx files; cleared by run
-inline QStringList listOfPathOfEmlxPart;    ///< found .emlxpart files; cleared by run
-inline QStringList listOfPathOfPartialEmlx; ///< found .partial.emlx files; cleared by run
+inline QStringList listOfPathOfEmlxPart;    ///< fixed name, nothing reads it; cleared by run
+inline QStringList listOfPathOfPartialEmlx; ///< fixed name, nothing reads it; cleared by run
 inline QStringList listOfPathOfOnlyEml;     ///< found .eml files; cleared by run
 inline QStringList listOfPathOfOnlyMbs;     ///< found .mbs files; cleared by their readers
 inline QStringList AllFilePathInStrListForTree; ///< files of the folder now listed; cleared on a folder click
@@ -80,8 +80,9 @@ inline QString saveDir;                              ///< folder chosen for the 
 inline QString FileSavingPath;                       ///< full path of the bundle, for the closing texts
 inline std::atomic<quint64> ulCount{0};              ///< files (OLM: messages) to convert in this save
 inline std::atomic<quint64> noOfConvertedMessage{0}; ///< messages done
-inline quint32 fileNameCounter = 0; ///< running number of the readers that search by shell command
-inline QString sSelectedItemList = QStringLiteral("Mail"); ///< folder shown in the status bar
+inline quint32 fileNameCounter = 0; ///< saves of message files so far; fixed name, nothing reads it
+inline QString sSelectedItemList =
+    QStringLiteral("Mail"); ///< fixed name, nothing reads it: folder shown in the status bar
 
 // ---- OLM reader ----
 

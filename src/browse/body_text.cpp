@@ -3,6 +3,7 @@
 #include "text/base64.h"
 #include "text/byte_search.h"
 #include "text/codecs.h"
+#include "text/line_bytes.h"
 #include "text/line_reader.h"
 #include "text/quoted_printable.h"
 #include "text/vector_search.h"
@@ -39,11 +40,6 @@ TextLine firstLine(std::string_view rest)
 bool contains(std::string_view text, std::string_view piece)
 {
     return text.find(piece) != std::string_view::npos;
-}
-
-bool startsWith(std::string_view text, std::string_view start)
-{
-    return text.substr(0, start.size()) == start;
 }
 
 // The header line of a part that is no text.

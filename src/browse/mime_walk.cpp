@@ -158,13 +158,13 @@ private:
 
     bool takeSection(Section section)
     {
-        const bool isSecondPlain = section == Section::Plain && m_plainSeen && m_dialect.endsAtText;
+        const bool isSecondPlain = section == Section::Plain && bPlainFileFound && m_dialect.endsAtText;
         if (section == Section::Html || isSecondPlain)
             m_walked.bHtmlFileFound = true;
         if (isSecondPlain)
             return false;
         m_inSections = true;
-        m_plainSeen = m_plainSeen || section == Section::Plain;
+        bPlainFileFound = bPlainFileFound || section == Section::Plain;
         scanSection(section);
         return section == Section::Plain || !m_dialect.endsAtText;
     }
@@ -327,7 +327,7 @@ private:
     size_t m_charsetAt = npos;  ///< where the charset in force stands
     size_t m_encodingAt = npos; ///< likewise the encoding
     bool m_inSections = false;
-    bool m_plainSeen = false;
+    bool bPlainFileFound = false; ///< a plain section has been found
     bool m_plainEncoding = false; ///< a plain section has taken an encoding
     bool m_htmlEncoding = false;  ///< likewise an HTML section
     size_t BaseFieldValue = npos; ///< where the encoding in capitals stands

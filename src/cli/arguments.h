@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+/// The first word of a command line, or the option that takes its place.
 enum class Command { Scan, List, Preview, Convert, Find, Help, Version };
 
 /// Exit statuses of velmora-convert.

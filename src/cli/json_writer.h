@@ -10,6 +10,7 @@
 class JsonWriter
 {
 public:
+    /// Writes to a stream, which stays open.
     explicit JsonWriter(std::FILE *stream);
     ~JsonWriter();
     JsonWriter(const JsonWriter &) = delete;

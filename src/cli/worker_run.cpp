@@ -63,17 +63,8 @@ QString treePath(const QHash<qint64, QString> &treeOfFolder, qint64 parent, cons
 
 QString outcomeName(Outcome outcome)
 {
-    switch (outcome) {
-    case Outcome::Finished:
-        return QStringLiteral("finished");
-    case Outcome::Nothing:
-        return QStringLiteral("nothing");
-    case Outcome::Ended:
-        return QStringLiteral("ended");
-    case Outcome::Stopped:
-        break;
-    }
-    return QStringLiteral("stopped");
+    constexpr const char *names[] = {"finished", "nothing", "ended", "stopped"};
+    return QLatin1String(names[static_cast<size_t>(outcome)]);
 }
 
 void catchStopSignals()

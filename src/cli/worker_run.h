@@ -9,7 +9,7 @@
 /// How a scan or save came to its end.
 enum class Outcome { Finished, Nothing, Ended, Stopped };
 
-/// The outcome's name in JSON.
+/// The outcome's name in JSON: "finished".
 QString outcomeName(Outcome outcome);
 
 /// One folder as the scan thread sends it.

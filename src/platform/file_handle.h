@@ -8,6 +8,7 @@
 class FileHandle
 {
 public:
+    /// Without a file; or the owner of an open one.
     FileHandle() = default;
     explicit FileHandle(int file) : m_file(file) {}
     FileHandle(FileHandle &&other) noexcept : m_file(other.m_file) { other.m_file = -1; }
@@ -17,6 +18,7 @@ public:
     bool isOpen() const { return m_file >= 0; }
     /// The descriptor, -1 while nothing is open.
     int descriptor() const { return m_file; }
+    /// Closes what is open.
     void close();
 
 private:

@@ -43,6 +43,7 @@ public:
     /// Ends the save; `whole`: all was written. True if a whole bundle stands there; the old one has gone then. Else it
     /// stays and that is told. May be called again, and without a place.
     bool finish(bool whole);
+    /// True from open to finish.
     bool isOpen() const { return m_folder.isOpen(); }
 
 private:

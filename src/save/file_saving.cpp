@@ -4,6 +4,7 @@
 #include "app/shared_state.h"
 #include "platform/find_files.h"
 #include "save/outlook_bundle.h"
+#include "text/mailbox_paths.h"
 #include "text/opera_location.h"
 
 #include <algorithm>
@@ -13,7 +14,6 @@
 
 namespace
 {
-const QString newsFolder = QStringLiteral("/RSS/Apple Hot News.rssmbox/");
 const QString partialSuffix = QStringLiteral(".partial.emlx");
 const QString emlxSuffix = QStringLiteral(".emlx");
 
@@ -42,7 +42,7 @@ bool FileSaving::save(ByteSource file)
 {
     const QString path = file.path();
     beginMessage(path, file.size());
-    if (path.contains(newsFolder)) {
+    if (isNewsFeed(path)) {
         leaveOut(LeftOutReason::NotTaken);
         return true;
     }
@@ -61,7 +61,7 @@ bool FileSaving::save(ByteSource file)
     }
     ++noOfConvertedMessage;
     const bool known = listOfPathOfOnlyForTree.contains(path);
-    if (known || &m_writer != &writeMail)
+    if (known || &m_writer != &writeMail) // writeMail looks at the tree first
         FileSavingIdentification = true;
     if (known)
         write(path, !parts.isEmpty());

@@ -71,10 +71,9 @@ private:
 
     // The message in work.
     MessagePlace m_place;
-    qint64 m_size = 0;        ///< bytes of its file
-    bool m_isPartial = false; ///< a .partial.emlx
-    qint64 m_countedEnd =
-        0; ///< where its first line says that it ends; 0 before that is read, -1 if it doesn't
+    qint64 m_size = 0;          ///< bytes of its file
+    bool m_isPartial = false;   ///< a .partial.emlx
+    qint64 m_countedEnd = 0;    ///< where its first line says that it ends; 0: not yet read, -1: nothing
     qint64 m_emptyParts = 0;    ///< sections that got no content
     FromLines m_partLines;      ///< of a message with parts
     std::optional<Flaw> m_flaw; ///< the first thing that left it not whole

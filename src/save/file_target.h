@@ -10,6 +10,7 @@
 //     /store/Messages/IMAP/me/In.mailbox/1.eml       goes to   Mail/me/In/In.mbox (MailMate)
 //     /store/Work/1.eml                              goes to   Mail/Work/Work.mbox (Outspring Mail)
 
+/// Each takes the path of a message file (TargetRule).
 MailboxTarget emlxToOutlook(const QString &path, const QString &selected, const QString &saveFolder);
 MailboxTarget mailMateToOutlook(const QString &path, const QString &selected, const QString &saveFolder);
 MailboxTarget mailMateToAppleMail(const QString &path, const QString &selected, const QString &saveFolder);

@@ -3,31 +3,12 @@
 #include "app/problem_log.h"
 #include "text/byte_search.h"
 #include "text/latin1_line.h"
+#include "text/line_bytes.h"
 #include "text/mbox_separator.h"
 
 #include <algorithm>
 #include <cstring>
 #include <utility>
-
-namespace
-{
-bool startsWith(std::string_view text, std::string_view start)
-{
-    return text.substr(0, start.size()) == start;
-}
-
-bool endsWith(std::string_view text, std::string_view end)
-{
-    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
-std::string_view withoutMark(std::string_view line)
-{
-    return startsWith(line, byteOrderMark) ? line.substr(byteOrderMark.size()) : line;
-}
-} // namespace
 
 bool MailboxCopy::open(ByteSource source)
 {
@@ -60,7 +41,7 @@ CopyEnd MailboxCopy::copyTo(MailboxFile *target, const std::function<bool(qint64
     } else {
         if (m_midLine)
             countLines(1);
-        endGroup(false);
+        endLastGroup();
     }
     m_target->take(m_outSize);
     m_outSize = 0;
@@ -280,53 +261,36 @@ void MailboxCopy::countLines(qint64 lines)
         return;
     m_chunkLeft = chunkLimit;
     m_groupLines += chunkLimit;
-    if (m_groupLines == chunkLimit)
-        m_guessedWhole = guessWhole();
     if (m_groupLines == readLimit) {
-        endGroup(true);
         put('\n');
         startGroup();
-        return;
+    } else {
+        m_chunkEnds.push_back(targetSize());
     }
-    m_chunkEnds.push_back(targetSize());
-    if (!m_guessedWhole)
-        put('\n');
 }
 
 void MailboxCopy::startGroup()
 {
     m_target->take(m_outSize);
     m_outSize = 0;
-    if (m_target->settle()) // where it failed, it has gone back to where the list before this one starts
+    if (m_target->settle()) // where it failed, it has gone back to where the group before this one starts
         m_groupTally = m_tally;
     m_out = m_target->room(m_roomBytes);
     m_groupStart = targetSize();
-    m_groupPosition = m_position;
     m_groupLines = 0;
     m_chunkLeft = chunkLimit;
     m_chunkEnds.clear();
     m_firstLineEnd = -1;
 }
 
-// Whether the list will reach readLimit, if the lines to come are as long as those of its first chunk.
-bool MailboxCopy::guessWhole() const
+// The group is shorter than was assumed.
+void MailboxCopy::endLastGroup()
 {
-    const auto chunkBytes = static_cast<double>(m_position - m_groupPosition);
-    const auto chunksLeft = static_cast<double>(readLimit / chunkLimit - 1);
-    return static_cast<double>(m_size - m_position) >= chunksLeft * chunkBytes;
-}
-
-// Mends the line feeds behind the list's chunks where the guess was wrong.
-void MailboxCopy::endGroup(bool whole)
-{
-    if (whole == m_guessedWhole || m_chunkEnds.empty())
+    if (m_chunkEnds.empty())
         return;
     m_target->take(m_outSize);
     m_outSize = 0;
-    if (whole)
-        m_target->removeBytes(m_chunkEnds);
-    else
-        m_target->insertLineFeeds(m_chunkEnds);
+    m_target->insertLineFeeds(m_chunkEnds);
     m_out = m_target->room(m_roomBytes);
 }
 

@@ -16,20 +16,18 @@ enum class CopyEnd {
     Whole,
     Stopped,    ///< by the user
     Unreadable, ///< the source failed; what was read before is written
-    Unwritable  ///< the target failed; the lines of the list in work are not there
+    Unwritable  ///< the target failed; the lines of the group in work are not there
 };
 
-/// Copies one mailbox file (mbox, RFC 4155) into a target mailbox, as if it were read line by line in text mode,
-/// gathered in lists of lines and written in chunks: UTF-8 becomes Latin-1, CR LF becomes LF, a "From " line of a
-/// text part that would pass for a separator gets a ">", and a line feed ends each chunk. Runs of bytes that
-/// nothing changes are written as they were read; memory stays bounded whatever the file's size.
+/// Copies one mailbox file (mbox, RFC 4155) into a target mailbox: UTF-8 becomes Latin-1, CR LF becomes LF, a "From " line
+/// of a text part that would pass for a separator gets a ">". Each full group of readLimit lines gets one line feed behind
+/// it; the last, shorter group one behind each chunk of chunkLimit lines, and one at its end. Runs of bytes that nothing
+/// changes are written as they were read; memory stays bounded whatever the file's size.
 class MailboxCopy
 {
 public:
-    /// Lines that are gathered before they are written as one chunk.
-    static constexpr qint64 readLimit = 1000000;
-    /// Lines of a chunk where the file ends before that.
-    static constexpr qint64 chunkLimit = 100000;
+    static constexpr qint64 readLimit = 1000000; ///< lines of a group
+    static constexpr qint64 chunkLimit = 100000; ///< lines of a chunk in the last group
 
     MailboxCopy() = default;
     MailboxCopy(const MailboxCopy &) = delete;
@@ -42,7 +40,7 @@ public:
     /// Why the mailbox could not be opened or read; empty where nothing went wrong.
     const QString &errorString() const { return m_source.errorString(); }
     /// Copies all of it. `goOn` gets the bytes read so far and the source's size, often; where it gives false,
-    /// the lines of the list being gathered are taken back but for its first one. What is read when the source
+    /// the lines of the group in work are taken back but for its first one. What is read when the source
     /// can't be read to its end is written, and the problem log gets the reason.
     CopyEnd copyTo(MailboxFile *target, const std::function<bool(qint64 done, qint64 size)> &goOn);
     /// What has become of the messages; all that were seen count, also where the target failed.
@@ -70,8 +68,7 @@ private:
     void rememberLastLine(std::string_view segment);
     void countLines(qint64 lines);
     void startGroup();
-    void endGroup(bool whole);
-    bool guessWhole() const;
+    void endLastGroup();
     void takeBackGroup();
 
     void reserve(size_t bytes);
@@ -97,17 +94,15 @@ private:
     bool m_closed = false;     ///< the last whole line closes a message
 
     MailboxTally m_tally;
-    MailboxTally m_groupTally;     ///< as it was where the list starts
-    MailboxTally m_firstLineTally; ///< and behind the list's first line
+    MailboxTally m_groupTally;     ///< as it was where the group starts
+    MailboxTally m_firstLineTally; ///< and behind the group's first line
     qint64 m_secondLine = -1; ///< where the source's second line starts; -1 while the first one has not ended
 
-    // A line feed stands behind each chunk of chunkLimit lines, but only one behind all of a list that reaches
-    // readLimit. Which it will be is guessed at its first chunk's end, and mended at its own end.
-    qint64 m_chunkLeft = 0;  ///< lines until the chunk ends
-    qint64 m_groupLines = 0; ///< lines of the list's chunks that have ended
-    bool m_guessedWhole = false;
-    std::vector<qint64> m_chunkEnds; ///< the list's chunk ends in the target
-    qint64 m_groupPosition = 0;      ///< where the list starts in the source
-    qint64 m_groupStart = 0;         ///< target size where the list starts
-    qint64 m_firstLineEnd = -1;      ///< target size behind the list's first line; -1 while it has none
+    // Each full group of readLimit lines gets one line feed behind it; the last, shorter group one behind each chunk of
+    // chunkLimit lines. A group is assumed to be full, and the last one is mended at the end.
+    qint64 m_chunkLeft = 0;          ///< lines until the chunk ends
+    qint64 m_groupLines = 0;         ///< lines of the group's chunks that have ended
+    std::vector<qint64> m_chunkEnds; ///< the group's chunk ends in the target
+    qint64 m_groupStart = 0;         ///< target size where the group starts
+    qint64 m_firstLineEnd = -1;      ///< target size behind the group's first line; -1 while it has none
 };

@@ -146,25 +146,20 @@ void MailboxFile::write(const char *bytes, size_t count, qint64 position)
     }
 }
 
-// Moves bytes of the file to a place that they may overlap.
-void MailboxFile::move(qint64 from, qint64 to, qint64 count)
+// Moves bytes of the file to a place further on, which they may overlap: from their end on.
+void MailboxFile::moveBack(qint64 from, qint64 to, qint64 count)
 {
     if (m_file < 0)
         return;
     std::vector<char> block(static_cast<size_t>(std::min(moveBytes, count)));
     while (m_file >= 0 && count > 0) {
         const qint64 length = std::min(moveBytes, count);
-        const qint64 at = to > from ? count - length : 0;
+        count -= length;
         const auto bytes = static_cast<size_t>(length);
-        const ssize_t got = readAt(m_file, block.data(), bytes, from + at);
+        const ssize_t got = readAt(m_file, block.data(), bytes, from + count);
         if (got != length)
             return fail(got < 0 ? errno : EIO);
-        write(block.data(), bytes, to + at);
-        count -= length;
-        if (to < from) {
-            from += length;
-            to += length;
-        }
+        write(block.data(), bytes, to + count);
     }
 }
 
@@ -175,21 +170,10 @@ void MailboxFile::insertLineFeeds(const std::vector<qint64> &places)
     auto behind = static_cast<qint64>(places.size());
     m_size += behind;
     for (auto place = places.crbegin(); place != places.crend(); ++place, --behind) {
-        move(*place, *place + behind, end - *place);
+        moveBack(*place, *place + behind, end - *place);
         write("\n", 1, *place + behind - 1);
         end = *place;
     }
-}
-
-void MailboxFile::removeBytes(const std::vector<qint64> &places)
-{
-    flush();
-    qint64 removed = 0;
-    for (size_t i = 0; i < places.size(); ++i, ++removed) {
-        const qint64 end = i + 1 < places.size() ? places[i + 1] : m_size;
-        move(places[i] + 1, places[i] - removed, end - places[i] - 1);
-    }
-    truncate(m_size - removed);
 }
 
 void MailboxFile::fail(int error)

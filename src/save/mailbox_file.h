@@ -19,6 +19,7 @@ enum class SaveMode { Write, CountOnly };
 class MailboxFile
 {
 public:
+    /// Not open yet; `mode` holds for all that is opened.
     explicit MailboxFile(SaveMode mode = SaveMode::Write) : m_mode(mode) {}
     ~MailboxFile() { close(); }
     MailboxFile(const MailboxFile &) = delete;
@@ -32,6 +33,7 @@ public:
     const QString &errorString() const { return m_error; }
     /// The path given to the last open.
     const QString &path() const { return m_path; }
+    /// Appends bytes; dropped while the mailbox is not open.
     void append(std::string_view bytes);
     void append(char byte) { append(std::string_view(&byte, 1)); }
     /// The same for bytes that stand in a source at a position: the system copies them from file to file where it can.
@@ -43,8 +45,6 @@ public:
     qint64 size() const { return m_size; }
     /// Puts a line feed at places of the file in ascending order, as they are before the first of them.
     void insertLineFeeds(const std::vector<qint64> &places);
-    /// Takes away the bytes at such places.
-    void removeBytes(const std::vector<qint64> &places);
     /// Cuts the file to a size it had before, in bytes.
     void truncate(qint64 size);
     /// Writes out what is gathered; a later failure leaves all up to here. True if it stands in the file.
@@ -60,7 +60,7 @@ private:
     void flush();
     void fail(int error);
     void write(const char *bytes, size_t count, qint64 position);
-    void move(qint64 from, qint64 to, qint64 count);
+    void moveBack(qint64 from, qint64 to, qint64 count);
 
     SaveMode m_mode;
     QString m_path;

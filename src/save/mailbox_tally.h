@@ -24,6 +24,7 @@ public:
     /// Messages that were seen in all, before lines were taken back.
     void setFound(qint64 found) { m_found = found; }
 
+    // Messages so far.
     qint64 found() const { return m_found; }
     qint64 written() const { return m_written; }
     qint64 joined() const { return m_joined; }

@@ -10,6 +10,7 @@
 class MessageBatch
 {
 public:
+    /// `ledger` is told of what is settled.
     explicit MessageBatch(SaveLedger *ledger) : m_ledger(ledger) {}
 
     /// A message that is whole; `joined`: without a separator of its own.

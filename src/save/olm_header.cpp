@@ -1,6 +1,6 @@
-#include "save/olm_dates.h"
-#include "save/olm_message.h"
+#include "save/olm_header.h"
 
+#include "save/olm_dates.h"
 #include "text/semicolon_list.h"
 
 #include <QLocale>

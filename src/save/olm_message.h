@@ -1,20 +1,11 @@
 #pragma once
 
-#include "app/olm_records.h"
 #include "platform/byte_source.h"
-
-#include <QDateTime>
+#include "save/olm_header.h"
 
 #include <functional>
 #include <string_view>
 #include <vector>
-
-/// What a composed message takes from elsewhere than its record.
-struct OlmMarks {
-    QDateTime now;        ///< for a message without a date
-    QByteArray messageId; ///< new, 32 hexadecimal digits
-    int number = 0;       ///< makes the inner boundary another than the outer one; used where there is a body
-};
 
 /// Writes the messages of an .olm file as mail (mbox, RFC 4155; MIME, RFC 2045 and 2046), with the header block that
 /// Outlook for Mac gives what it sends. The bodies and attachments are read from the archive as they are written,
@@ -25,6 +16,7 @@ class OlmComposer
 public:
     using Write = std::function<void(std::string_view bytes)>;
 
+    /// `archive`: where bodies and attachments are read, kept by the caller.
     explicit OlmComposer(ByteSource *archive) : m_archive(archive), m_attachmentBytesLeft(archive->size()) {}
 
     /// Writes one message. What the archive doesn't give of an attachment are zero bytes. False if the body or an
@@ -42,10 +34,6 @@ private:
     std::vector<char> m_encoded;
 };
 
-/// The header block of a message, up to its "Mime-version" line: envelope, subject, people, date and marks.
-QByteArray olmHeaderBlock(const MailMLRC &record, const OlmMarks &marks);
-/// The number of To and Cc headers of a message that name nobody though the record does.
-int emptyRecipientHeaders(const MailMLRC &record);
 /// The number of its attachments that stand behind a boundary which no header declares.
 int unreachableAttachments(const MailMLRC &record);
 /// The HTML text of a body: the XML escapes undone, some twice; what is no HTML document becomes one line in one.

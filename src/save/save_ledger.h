@@ -46,8 +46,9 @@ enum class ChangeKind {
 };
 constexpr int changeKinds = 14;
 
-/// The words of a report in JSON: "order-mark", "lostCharacters".
+/// The word in a report's JSON: "order-mark".
 const char *nameOf(LeftOutReason reason);
+/// The word in a report's JSON: "lostCharacters".
 const char *nameOf(ChangeKind kind);
 
 /// A file, or a message where the rest of its file was written, that was left out.
@@ -110,6 +111,7 @@ public:
     void addTarget(const QString &mailbox);
     /// The reader has met messages.
     void addFound(qint64 messages = 1);
+    /// Messages that stand whole in a target.
     void addWritten(qint64 messages = 1);
     void addJoined(qint64 messages = 1, const MessagePlace &first = {});
     /// Of the messages found, item.messages were left out. Items of one file that come together and have the same

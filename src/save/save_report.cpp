@@ -5,9 +5,43 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <iterator>
 
 namespace
 {
+// In the order of LeftOutReason.
+constexpr const char *reasonTexts[] = {
+    QT_TRANSLATE_NOOP("Report", "can't be read whole"),
+    QT_TRANSLATE_NOOP("Report", "can't be written"),
+    QT_TRANSLATE_NOOP("Report", "gone since the scan"),
+    QT_TRANSLATE_NOOP("Report", "a part can't be read"),
+    QT_TRANSLATE_NOOP("Report", "too large to be put together"),
+    QT_TRANSLATE_NOOP("Report", "the save was stopped"),
+    QT_TRANSLATE_NOOP("Report", "in a mailbox that begins with a byte order mark"),
+    QT_TRANSLATE_NOOP("Report", "news feeds, which are not taken"),
+    QT_TRANSLATE_NOOP("Report", "the save ended before"),
+};
+static_assert(std::size(reasonTexts) == leftOutReasons);
+
+// In the order of ChangeKind; %1: how often, %2: in how many messages.
+constexpr const char *changeTexts[] = {
+    QT_TRANSLATE_NOOP("Report", "%1 character(s) became \"?\", which Latin-1 lacks, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 character(s) are one byte of Latin-1 now, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 first line(s) that are no byte count were dropped, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 line(s) got \">\" before \"From \", in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 byte(s) at the end were not written, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 header(s) \"Received-Spf:\" were dropped, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 part(s) did not get their content back, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 message id(s) were replaced by a new one, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 date(s) are the present time, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 header value(s) are too long and were dropped, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 attachment(s) were not written, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 list(s) of recipients are empty, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 attachment(s) stand behind no boundary that is told, in %2 message(s)"),
+    QT_TRANSLATE_NOOP("Report", "%1 text(s) were cut at an XML declaration, in %2 message(s)"),
+};
+static_assert(std::size(changeTexts) == changeKinds);
+
 /// The words of the report.
 class Report
 {
@@ -75,27 +109,7 @@ QString Report::example(const QString &path, qint64 offset)
 
 QString Report::because(LeftOutReason reason)
 {
-    switch (reason) {
-    case LeftOutReason::Unreadable:
-        return tr("can't be read whole");
-    case LeftOutReason::Unwritable:
-        return tr("can't be written");
-    case LeftOutReason::Vanished:
-        return tr("gone since the scan");
-    case LeftOutReason::Part:
-        return tr("a part can't be read");
-    case LeftOutReason::TooLarge:
-        return tr("too large to be put together");
-    case LeftOutReason::Stopped:
-        return tr("the save was stopped");
-    case LeftOutReason::OrderMark:
-        return tr("in a mailbox that begins with a byte order mark");
-    case LeftOutReason::NotTaken:
-        return tr("news feeds, which are not taken");
-    case LeftOutReason::NotReached:
-        break;
-    }
-    return tr("the save ended before");
+    return tr(reasonTexts[static_cast<size_t>(reason)]);
 }
 
 QString Report::leftOut(const SaveLedger &ledger, LeftOutReason reason)
@@ -119,37 +133,7 @@ QString Report::leftOut(const SaveLedger &ledger, LeftOutReason reason)
 
 QString Report::change(ChangeKind kind)
 {
-    switch (kind) {
-    case ChangeKind::LostCharacters:
-        return tr("%1 character(s) became \"?\", which Latin-1 lacks, in %2 message(s)");
-    case ChangeKind::Latin1:
-        return tr("%1 character(s) are one byte of Latin-1 now, in %2 message(s)");
-    case ChangeKind::FirstLine:
-        return tr("%1 first line(s) that are no byte count were dropped, in %2 message(s)");
-    case ChangeKind::Quoted:
-        return tr("%1 line(s) got \">\" before \"From \", in %2 message(s)");
-    case ChangeKind::Tail:
-        return tr("%1 byte(s) at the end were not written, in %2 message(s)");
-    case ChangeKind::DroppedHeader:
-        return tr("%1 header(s) \"Received-Spf:\" were dropped, in %2 message(s)");
-    case ChangeKind::EmptyParts:
-        return tr("%1 part(s) did not get their content back, in %2 message(s)");
-    case ChangeKind::NewMessageId:
-        return tr("%1 message id(s) were replaced by a new one, in %2 message(s)");
-    case ChangeKind::NewDate:
-        return tr("%1 date(s) are the present time, in %2 message(s)");
-    case ChangeKind::LostField:
-        return tr("%1 header value(s) are too long and were dropped, in %2 message(s)");
-    case ChangeKind::LostAttachments:
-        return tr("%1 attachment(s) were not written, in %2 message(s)");
-    case ChangeKind::LostRecipients:
-        return tr("%1 list(s) of recipients are empty, in %2 message(s)");
-    case ChangeKind::UnreachableParts:
-        return tr("%1 attachment(s) stand behind no boundary that is told, in %2 message(s)");
-    case ChangeKind::CutText:
-        break;
-    }
-    return tr("%1 text(s) were cut at an XML declaration, in %2 message(s)");
+    return tr(changeTexts[static_cast<size_t>(kind)]);
 }
 
 QString Report::changed(const SaveLedger &ledger, ChangeKind kind)

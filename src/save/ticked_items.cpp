@@ -8,89 +8,90 @@
 
 #include <cerrno>
 
+namespace
+{
+template <typename Visit>
+void forEachTicked(Visit visit)
+{
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
+        if (folder->state == stateTicked)
+            visit(folder->folderId);
+}
+} // namespace
+
 quint64 countTickedItems()
 {
     quint64 count = 0;
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
-        if (folder->state == stateTicked)
-            count += mailItemsOfFolder(folder->folderId).size();
+    forEachTicked([&](qint64 folder) { count += mailItemsOfFolder(folder).size(); });
     return count;
 }
 
 QStringList tickedPaths()
 {
     QStringList paths;
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
-        if (folder->state == stateTicked)
-            for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
-                paths.append(item->path);
+    forEachTicked([&](qint64 folder) {
+        for (const MailItemNode *item : mailItemsOfFolder(folder))
+            paths.append(item->path);
+    });
     return paths;
 }
 
 quint64 countTickedMessages()
 {
     quint64 count = 0;
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
-        if (folder->state == stateTicked)
-            count += olmRecordsOfFolder(folder->folderId).size();
+    forEachTicked([&](qint64 folder) { count += olmRecordsOfFolder(folder).size(); });
     return count;
 }
 
 qint64 tickedBytes()
 {
+    if (bOlmFileFound)
+        return QFileInfo(m_selectedFile).size();
     qint64 bytes = 0;
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
-        if (folder->state == stateTicked)
-            for (const MailItemNode *item : mailItemsOfFolder(folder->folderId))
-                bytes += QFileInfo(item->path).size();
-    return bOlmFileFound ? QFileInfo(m_selectedFile).size() : bytes;
+    for (const QString &path : tickedPaths())
+        bytes += QFileInfo(path).size();
+    return bytes;
 }
 
 void enterTickedFolders()
 {
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next)
-        if (folder->state == stateTicked &&
-            (!mailItemsOfFolder(folder->folderId).empty() || !olmRecordsOfFolder(folder->folderId).empty()))
-            saveLedger.enterFolder(folder->folderId);
+    forEachTicked([](qint64 folder) {
+        if (!mailItemsOfFolder(folder).empty() || !olmRecordsOfFolder(folder).empty())
+            saveLedger.enterFolder(folder);
+    });
 }
 
 void leaveOutFiles(quint64 first, LeftOutReason reason,
                    const std::function<std::optional<qint64>(const QString &path)> &countOf)
 {
     quint64 number = 0;
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next) {
-        if (folder->state != stateTicked)
-            continue;
-        const auto &items = mailItemsOfFolder(folder->folderId);
+    forEachTicked([&](qint64 folder) {
+        const auto &items = mailItemsOfFolder(folder);
         if (!items.empty())
-            saveLedger.enterFolder(folder->folderId);
+            saveLedger.enterFolder(folder);
         for (const MailItemNode *item : items) {
             if (number++ < first)
                 continue;
-            LeftOutItem leftOut;
-            leftOut.path = item->path;
-            leftOut.messages = countOf(leftOut.path);
-            leftOut.reason = reason;
-            saveLedger.addFound(leftOut.messages.value_or(0));
-            saveLedger.addLeftOut(leftOut);
+            const std::optional<qint64> messages = countOf(item->path);
+            saveLedger.addFound(messages.value_or(0));
+            saveLedger.addLeftOut({item->path, 0, messages, reason, QString()});
         }
-    }
+    });
 }
 
 void leaveOutRecords(quint64 first, LeftOutReason reason, const QString &text)
 {
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next) {
-        const quint64 records =
-            folder->state == stateTicked ? olmRecordsOfFolder(folder->folderId).size() : 0;
+    forEachTicked([&](qint64 folder) {
+        const quint64 records = olmRecordsOfFolder(folder).size();
         const quint64 passed = qMin(first, records);
         first -= passed;
         if (records == passed)
-            continue;
+            return;
         const auto left = static_cast<qint64>(records - passed);
-        saveLedger.enterFolder(folder->folderId);
+        saveLedger.enterFolder(folder);
         saveLedger.addFound(left);
         saveLedger.addLeftOut({m_selectedFile, 0, left, reason, text});
-    }
+    });
 }
 
 bool isScannedArchive(const ByteSource &archive)

@@ -12,9 +12,8 @@ struct Writer {
     const Bundle *bundle;
     void (QMailSaving::*reader)();
     TargetRule target;
-    const FinderCodes *codes; ///< of a mailbox
-    const char *separator =
-        nullptr; ///< before each message (mbox, RFC 4155), no line feed; null: it is in the mail
+    const FinderCodes *codes;        ///< of a mailbox
+    const char *separator = nullptr; ///< before each message, no line feed; null: the mail has its own
     LineRule lines = LineRule::Stay; ///< what happens to the lines of a message file
 };
 

@@ -22,17 +22,15 @@ enum class FileStep {
 /// Finds files below the selected folder (findFiles); nothing, and a problem reported, if the list of the search
 /// can't be read.
 std::optional<QStringList> findInStore(const char *pattern, const char *listFile);
-/// True for the feeds that Apple Mail keeps beside the mail; no store takes them.
-bool isNewsFeed(const QString &path);
 /// Reports why a file that the search named can't be opened. `error` tells path and reason. What the search itself
 /// had to say stands among its results, and is reported as such.
 void reportUnreadable(const QString &path, const QString &error);
 
-/// Leaves the id of a tree path's last folder in llParentIdRunning; `create` makes the folders of one that is new.
-/// One object for each scan.
+/// The tree paths that a scan has made folders for. One object for each scan.
 class TreePaths
 {
 public:
+    /// Leaves the id of a tree path's last folder in llParentIdRunning; `create` makes the folders of one that is new.
     void enter(const QString &tree, const std::function<void()> &create);
 
 private:
@@ -44,6 +42,7 @@ private:
 class FileStoreScan
 {
 public:
+    /// The store with its rules; m_selectedFile is the folder chosen.
     explicit FileStoreScan(const StoreScan &store) : m_store(store), m_parts(QStringList()) {}
 
     /// Searches the selected folder for message files (the store's list) and parts; false if that fails.

@@ -7,10 +7,9 @@
 
 /// A store of mail that lies on this machine.
 struct FoundStore {
-    int client = 0; ///< client index (storeKinds)
-    QString path;   ///< the folder, or the .olm file, that the client's reader takes; absolute
-    qint64 files =
-        0; ///< mailboxes, or message files where each message is a file; an .olm file counts as one
+    int client = 0;   ///< client index (storeKinds)
+    QString path;     ///< the folder, or the .olm file, that the client's reader takes; absolute
+    qint64 files = 0; ///< mailboxes, or message files where each message is a file; an .olm file is one
     qint64 bytes = 0; ///< of those files together
 };
 

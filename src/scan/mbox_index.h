@@ -24,4 +24,5 @@ enum class MailboxStart {
     NoFile,    ///< a folder, or nothing any more
     Unreadable ///< told as a problem, where the path may be a mailbox's
 };
+/// Looks at the first bytes of a file, or of what has its name.
 MailboxStart lookAtMailbox(const QString &path);

@@ -10,6 +10,7 @@
 class ByteSource;
 enum class FileStep;
 struct OlmText;
+struct OlmWalkEvents;
 struct OlmWalkResult;
 struct StoreScan;
 
@@ -60,6 +61,8 @@ protected:
 private:
     /// Gathers every entry below a folder in AllFilePathInStrList; sets bCheckFucntion if the folder is there.
     void OnGetAllFileAndDir(const QString &path);
+    /// Indexes one of them, and gives a mailbox its folder and record.
+    bool takeEntry();
     /// Indexes a file (GetAllFieldsForTree); `shown`: sends its progress.
     bool indexWithProgress(const QString &path, bool shown);
 
@@ -67,6 +70,7 @@ private:
     int OpenDevice();
     /// Frees the records of the last .olm file.
     void CleanListAndHash();
+    OlmWalkEvents eventsOfWalk();
     /// Puts an attachment on the pending lists; offset and size in bytes.
     void InitializeAttachment(const QString &path, qint64 offset, qint64 size);
     /// Makes the folder of an entry and the records of the messages in its XML, pBuff, which ends at `endOffset`

@@ -14,8 +14,8 @@ constexpr int quoteAndBlank = 2;
 const QLatin1String addressAttribute("OPFContactEmailAddressAddress=");
 const QLatin1String nameAttribute("OPFContactEmailAddressName=");
 const QLatin1String typeAttribute("OPFContactEmailAddressType=");
-// Where an item's type stands, an address without a name counts its length from an item that begins like this:
-// 35 units before the address attribute.
+// What stands around an address without a name, up to the type: 35 units of `<emailAddress xml:space="preserve" `, the
+// attribute's name with its quote, a quote and a blank. Whatever else stands before the address is counted with it.
 constexpr int namelessLead = 68;
 
 // The value between an attribute at `at` and the next one at `next`. A length below 0 means: up to the end.

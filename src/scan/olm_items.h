@@ -33,6 +33,7 @@ struct OlmPendingAttachments {
     QString &offsets; ///< bytes, decimal
     QString &sizes;   ///< bytes, decimal
 
+    /// Tells of an attachment that was come to: its entry, offset and size in bytes.
     void add(const QString &name, qint64 offset, qint64 size);
     void clear();
     /// True if these are just the attachments of the lists: same URLs, and as many items in every list.

@@ -2,6 +2,7 @@
 
 #include "text/date_rules.h"
 #include "text/latin1_line.h"
+#include "text/line_bytes.h"
 #include "text/semicolon_list.h"
 
 #include <QUuid>
@@ -213,11 +214,6 @@ struct TagPlaces {
     qint64 start[elementCount];
     qint64 end[elementCount];
 };
-
-bool startsWith(std::string_view bytes, std::string_view start)
-{
-    return bytes.substr(0, start.size()) == start;
-}
 
 TagPlaces findTags(std::string_view message)
 {

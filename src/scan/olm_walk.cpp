@@ -1,5 +1,6 @@
 #include "scan/olm_walk.h"
 
+#include "text/line_bytes.h"
 #include "text/read_buffer.h"
 
 #include <QStringList>
@@ -50,11 +51,6 @@ quint64 littleEndian(std::string_view bytes, size_t at, size_t count)
     for (size_t i = count; i-- > 0;)
         value = value << 8 | (at + i < bytes.size() ? static_cast<unsigned char>(bytes[at + i]) : 0);
     return value;
-}
-
-bool startsWith(std::string_view bytes, std::string_view start)
-{
-    return bytes.substr(0, start.size()) == start;
 }
 
 bool startsSomething(char byte)

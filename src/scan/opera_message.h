@@ -6,12 +6,11 @@
 
 /// What the scan takes from a message file of Opera Mail: label, sender and subject as a record holds them.
 struct OperaMessage {
-    std::optional<QString>
-        folder;      ///< folder path of the last location line with a text; none without such a line
-    QString label;   ///< location label of the last location line, "Mails" where that is empty
-    QString sender;  ///< decoded, header name off; "" if there is none
-    QString subject; ///< likewise
-    QString error;   ///< path and reason where the file can't be opened; then there is nothing else
+    std::optional<QString> folder; ///< of the last location line with a text; none without such a line
+    QString label;                 ///< location label of the last location line, "Mails" where that is empty
+    QString sender;                ///< decoded, header name off; "" if there is none
+    QString subject;               ///< likewise
+    QString error; ///< path and reason where the file can't be opened; then there is nothing else
 };
 
 /// All of a message, or only the folder that it lies in.

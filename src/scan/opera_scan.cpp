@@ -5,6 +5,7 @@
 #include "scan/folder_ids.h"
 #include "scan/opera_message.h"
 #include "scan/store_kinds.h"
+#include "text/mailbox_paths.h"
 
 #include <future>
 

@@ -31,7 +31,6 @@ void recordMailbox(const QString &entry)
 {
     listOfPathOfOnlyForTree.append(entry);
     treeCreator(treePathOfMailbox(entry, m_selectedFile), entry);
-    ++nextItr;
     appendMailItem(entry, llParentIdRunning)->size = QFileInfo(entry).size();
 }
 } // namespace
@@ -85,21 +84,9 @@ void QMessageSavingThread::PostBoxFileSearch()
         if (bStopFlag)
             return;
         GetAllFilePathInStrList = AllFilePathInStrList.at(nextItr);
-        const bool mailbox = mayBeMailbox(GetAllFilePathInStrList);
         setRunStep({QFileInfo(GetAllFilePathInStrList).fileName(), nextItr + 1, AllFilePathInStrList.size()});
-        const MailboxStart start = lookAtMailbox(GetAllFilePathInStrList);
-        const bool begins = start == MailboxStart::Separator;
-        if (m_indexMessages && begins)
-            indexWithProgress(GetAllFilePathInStrList, mailbox);
-        if (start != MailboxStart::NoFile && !(begins && mailbox))
-            tellNoMailbox(start);
-        if (begins && mailbox) {
-            emit OnSubProgressvalue(0);
-            recordMailbox(GetAllFilePathInStrList);
-            anyMailbox = true;
-        } else {
-            ++nextItr;
-        }
+        anyMailbox = takeEntry() || anyMailbox;
+        ++nextItr;
     }
     if (bStopFlag)
         return;
@@ -110,4 +97,22 @@ void QMessageSavingThread::PostBoxFileSearch()
     }
     emit OnIndivisibleProgressvalue(100);
     emitFinished();
+}
+
+// The entry in GetAllFilePathInStrList; true if it is a mailbox.
+bool QMessageSavingThread::takeEntry()
+{
+    const bool mayBe = mayBeMailbox(GetAllFilePathInStrList);
+    const MailboxStart start = lookAtMailbox(GetAllFilePathInStrList);
+    const bool begins = start == MailboxStart::Separator;
+    if (m_indexMessages && begins)
+        indexWithProgress(GetAllFilePathInStrList, mayBe);
+    if (begins && mayBe) {
+        emit OnSubProgressvalue(0);
+        recordMailbox(GetAllFilePathInStrList);
+        return true;
+    }
+    if (start != MailboxStart::NoFile)
+        tellNoMailbox(start);
+    return false;
 }

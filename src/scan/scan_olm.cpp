@@ -63,12 +63,29 @@ void QMessageSavingThread::CreateFile()
         endWithoutArchive();
         return;
     }
-    int shown = -1;
+    const OlmWalkResult walk = walkOlm(m_archive.get(), eventsOfWalk());
+    reportOlmProblems(walk);
+    m_archive.reset();
+    fileDescriptor = -1;
+    if (walk.stopped)
+        return;
+    if (TmpMlrcPtrStart) {
+        emitFinished();
+        return;
+    }
+    if (!hasProblems())
+        reportProblem(Problem::tr("there is no message in it: ") + m_selectedFile);
+    emitNoArchiveData();
+}
+
+// What the reader does with each thing that the walk comes to.
+OlmWalkEvents QMessageSavingThread::eventsOfWalk()
+{
     OlmWalkEvents events;
-    events.goOn = [&](qint64 position) {
+    events.goOn = [this, shown = -1](qint64 position) mutable {
         dwOffset = position;
         const int percent =
-            lSize > 0 ? static_cast<int>(100.0 * static_cast<double>(position) / static_cast<double>(lSize))
+            lSize > 0 ? static_cast<int>(100.0 * static_cast<double>(dwOffset) / static_cast<double>(lSize))
                       : 100;
         if (percent != shown)
             emit OnIndivisibleProgressvalue(percent);
@@ -91,19 +108,7 @@ void QMessageSavingThread::CreateFile()
     events.compressed = [](const QString &name) {
         passedOver.add(m_selectedFile + QLatin1Char('/') + name, PassedOverReason::Compressed);
     };
-    const OlmWalkResult walk = walkOlm(m_archive.get(), events);
-    reportOlmProblems(walk);
-    m_archive.reset();
-    fileDescriptor = -1;
-    if (walk.stopped)
-        return;
-    if (TmpMlrcPtrStart) {
-        emitFinished();
-        return;
-    }
-    if (!hasProblems())
-        reportProblem(Problem::tr("there is no message in it: ") + m_selectedFile);
-    emitNoArchiveData();
+    return events;
 }
 
 // What is there but no file, a folder for example, holds no mail; what can't be opened ends the reader.

@@ -9,11 +9,11 @@
 class FromLines
 {
 public:
+    /// The next piece; a line may go on from the one before.
     void take(std::string_view text);
     qint64 count() const { return m_count; }
 
 private:
-    size_t m_matched =
-        0; ///< bytes of "From " that the line has shown; 5 where the line can start with it no more
+    size_t m_matched = 0; ///< bytes of "From " that the line begins with; 5: this line is done with
     qint64 m_count = 0;
 };

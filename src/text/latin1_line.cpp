@@ -1,11 +1,11 @@
 #include "text/latin1_line.h"
 
+#include "text/line_bytes.h"
+
 #include <QString>
 
 namespace
 {
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
 bool isContinuation(char byte)
 {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
@@ -32,7 +32,7 @@ Latin1Counts appendByToolkit(std::string_view line, bool startsLine, QByteArray 
 {
     // The toolkit drops a byte order mark at the front of what it reads; in the middle of a line it is a character.
     Latin1Counts counts;
-    if (!startsLine && line.substr(0, byteOrderMark.size()) == byteOrderMark) {
+    if (!startsLine && startsWith(line, byteOrderMark)) {
         *out += '?';
         ++counts.lost;
         line.remove_prefix(byteOrderMark.size());
@@ -72,9 +72,7 @@ Latin1Counts appendAsLatin1(std::string_view line, bool startsLine, QByteArray *
 {
     Latin1Counts counts;
     const int before = out->size();
-    std::string_view rest = line;
-    if (startsLine && rest.substr(0, byteOrderMark.size()) == byteOrderMark)
-        rest.remove_prefix(byteOrderMark.size());
+    std::string_view rest = startsLine ? withoutMark(line) : line;
     out->resize(before + static_cast<int>(rest.size()));
     char *to = out->data() + before;
     while (!rest.empty()) {

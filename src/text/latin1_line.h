@@ -28,8 +28,7 @@ Latin1Counts appendAsLatin1(std::string_view line, bool startsLine, QByteArray *
 
 /// What the character at the front of UTF-8 text becomes in Latin-1.
 struct Latin1Character {
-    size_t taken =
-        0; ///< bytes of UTF-8; 0 where they are not well-formed or unusual, so that the toolkit decides
+    size_t taken = 0; ///< bytes of UTF-8; 0: not well-formed, or unusual, so that the toolkit decides
     size_t given = 0; ///< bytes of Latin-1
     char bytes[2] = {};
     Latin1Counts counts; ///< what it adds to them

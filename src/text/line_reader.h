@@ -18,6 +18,7 @@ public:
     /// In text mode a CR directly before the line feed is not delivered; positions stay those of the file.
     enum class Mode { Bytes, Text };
 
+    /// Without a source yet.
     explicit LineReader(Mode mode) : m_mode(mode) {}
 
     /// Opens a regular file. False if that fails; errorString() then names the path.

@@ -8,6 +8,11 @@ bool mayBeMailbox(const QString &path)
     return !path.endsWith(QLatin1String(".mbox"));
 }
 
+bool isNewsFeed(const QString &path)
+{
+    return path.contains(QLatin1String("/RSS/Apple Hot News.rssmbox/"));
+}
+
 QString mailboxStem(const QString &path, const QString &suffix)
 {
     int end = path.lastIndexOf(suffix + QLatin1Char('/'));

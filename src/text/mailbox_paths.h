@@ -8,6 +8,9 @@
 /// does not end in ".mbox" (case-sensitive).
 bool mayBeMailbox(const QString &path);
 
+/// True for the feeds that Apple Mail keeps beside the mail; no store takes them.
+bool isNewsFeed(const QString &path);
+
 /// Path of the mailbox folder that a message file lies in, suffix off: of "/a/INBOX.mbox/Messages/1.emlx" it is
 /// "/a/INBOX". A folder that ends in `suffix` (".imapmbox", ".mailbox") counts before one that ends in ".mbox", then the
 /// innermost. "" where there is no such folder.

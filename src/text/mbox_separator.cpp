@@ -1,5 +1,6 @@
 #include "text/mbox_separator.h"
 
+#include "text/line_bytes.h"
 #include "text/line_reader.h"
 #include "text/vector_search.h"
 
@@ -7,15 +8,9 @@
 
 namespace
 {
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view start = "From ";
 constexpr std::string_view days = "Mon Tue Wed Thu Fri Sat Sun ";
 constexpr size_t dayBytes = 4; // a blank included
-
-bool hasOrderMark(std::string_view text)
-{
-    return text.substr(0, byteOrderMark.size()) == byteOrderMark;
-}
 
 bool holdsWeekday(std::string_view text)
 {
@@ -37,7 +32,7 @@ bool holdsWeekday(std::string_view text)
 
 bool startsAsSeparator(std::string_view line)
 {
-    return line.substr(hasOrderMark(line) ? byteOrderMark.size() : 0, start.size()) == start;
+    return startsWith(withoutMark(line), start);
 }
 
 bool isMboxSeparator(std::string_view line)
@@ -78,6 +73,6 @@ void SeparatorLine::take(std::string_view piece)
     if (!m_ended && piece.size() > dayBytes)
         m_seam = piece.substr(piece.size() - dayBytes);
     // Only at the front of the line is a mark dropped.
-    const bool keepsMark = m_units > 0 && hasOrderMark(piece);
+    const bool keepsMark = m_units > 0 && startsWith(piece, byteOrderMark);
     m_units += wholeLineText(piece).size() + (keepsMark ? 1 : 0);
 }

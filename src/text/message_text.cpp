@@ -2,27 +2,17 @@
 
 #include "text/byte_search.h"
 #include "text/latin1_line.h"
+#include "text/line_bytes.h"
 
 #include <algorithm>
 
 namespace
 {
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
 constexpr std::string_view receivedSpf = "Received-Spf:";
 constexpr std::string_view separatorStart = "From ";
 constexpr std::string_view quotedText = "From : ";
 constexpr std::string_view partMark = "X-Apple-Content-Length: ";
-
-bool startsWith(std::string_view text, std::string_view start)
-{
-    return text.substr(0, start.size()) == start;
-}
-
-std::string_view withoutMark(std::string_view line)
-{
-    return startsWith(line, byteOrderMark) ? line.substr(byteOrderMark.size()) : line;
-}
 
 std::string_view firstLine(std::string_view lines)
 {
@@ -148,8 +138,8 @@ size_t MessageText::copyLines(std::string_view lines, bool seen)
     return at;
 }
 
-// Copies the character at the front; where the toolkit has to say what it is, with the line behind it as far as
-// nothing there is looked at.
+// Copies the character at the front. Malformed UTF-8: the text up to the next '<' or line end goes through QString, which
+// defines how many '?' come out.
 size_t MessageText::copyHighByte(std::string_view text)
 {
     const Latin1Character character = latin1Character(text);

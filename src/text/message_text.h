@@ -11,9 +11,9 @@
 enum class LineRule {
     /// Nothing.
     Stay,
-    /// A ">" goes before a line that starts with "From "; a line with the declaration of a property list ends the
-    /// message; "Received-Spf:" goes with the lines behind it that start with a blank, and the first line that
-    /// doesn't is taken without a look.
+    /// A line that starts with "From " gets a ">" before it. A line with the declaration of a property list,
+    /// `<?xml version="1.0" encoding="UTF-8"?>`, ends the message and goes. The header "Received-Spf: ..." goes with its
+    /// folded lines; the line behind them is copied as it stands, even one that starts with "From ".
     Filtered,
     /// A ">" goes before each "From : ", wherever it stands.
     FromColonQuoted
@@ -36,6 +36,7 @@ struct TextChanges {
 class MessageText
 {
 public:
+    /// One rule for all messages.
     explicit MessageText(LineRule rule) : m_rule(rule) {}
 
     /// A new message begins.

@@ -29,6 +29,7 @@ public:
     /// carried over from the file before. A key without a name is its own name. Empty before the first key that
     /// is not empty.
     QString nameOf(const QString &key);
+    /// Why the file could not be read, "" where nothing went wrong.
     const QString &errorString() const { return m_error; }
 
 private:

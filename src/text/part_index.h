@@ -13,6 +13,7 @@
 class PartIndex
 {
 public:
+    /// The paths of all parts of a store.
     explicit PartIndex(const QStringList &parts);
 
     /// Takes the parts of the message in this .partial.emlx file out of the index and gives them in the order in

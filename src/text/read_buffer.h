@@ -10,6 +10,7 @@
 class ReadBuffer
 {
 public:
+    /// `source` is kept by the caller.
     explicit ReadBuffer(ByteSource *source) : m_source(source) {}
 
     /// All the buffered bytes from `position` on: at least `atLeast` (up to largestBlock), fewer only where the

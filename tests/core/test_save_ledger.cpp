@@ -225,7 +225,7 @@ private slots:
              {{"In.mbox/1.partial.emlx", "0\nX-Apple-Content-Length: 1\n\n"}, {"In.mbox/1.2.emlxpart", "x"}});
         saveLedger.clear();
         saveDir = out();
-        FileSaving saving(appleMailSave, SaveMode::CountOnly);
+        FileSaving saving(writeMail, SaveMode::CountOnly);
         saving.setLargestPartial(10);
         QVERIFY(saving.save(ByteSource::ofFile(m_run->path("In.mbox/1.partial.emlx"))));
         saving.closeMailbox();

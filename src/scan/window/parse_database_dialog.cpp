@@ -206,7 +206,7 @@ void QParseDatabase::chooseStore(const QString &path)
         store = storeBelow(path);
     const int client = comboBoxForClientList->currentIndex();
     const bool fits =
-        store.client == 0 ? client != archiveClient : kindAt(client).reader == kindAt(store.client).reader;
+        store.client == 0 ? client != archiveClient : kindAt(client).store == kindAt(store.client).store;
     if (!fits)
         comboBoxForClientList->setCurrentIndex(store.client);
     globalVarForCurrentIndex = comboBoxForClientList->currentIndex();
