@@ -312,8 +312,8 @@ void MailboxCopy::startGroup()
 bool MailboxCopy::guessWhole() const
 {
     const auto chunkBytes = static_cast<double>(m_position - m_groupPosition);
-    const auto chunksLeft = static_cast<double>(readLimit / chunkLimit - 1);
-    return static_cast<double>(m_size - m_position) >= chunksLeft * chunkBytes;
+    constexpr qint64 chunksLeft = readLimit / chunkLimit - 1;
+    return static_cast<double>(m_size - m_position) >= static_cast<double>(chunksLeft) * chunkBytes;
 }
 
 // Mends the line feeds behind the list's chunks where the guess was wrong.
