@@ -113,7 +113,7 @@ QString readConvertOptions(const QCommandLineParser &parser, Arguments *argument
     arguments->dryRun = parser.isSet(QStringLiteral("dry-run"));
     arguments->check = parser.isSet(QStringLiteral("check"));
     arguments->report = parser.value(QStringLiteral("report"));
-    if (const QString error = chooseTarget(parser, arguments); !error.isEmpty())
+    if (QString error = chooseTarget(parser, arguments); !error.isEmpty())
         return error;
     if (parser.value(QStringLiteral("out")).isEmpty())
         return QStringLiteral("convert needs --out DIR");
@@ -176,7 +176,7 @@ QString readArguments(const QCommandLineParser &parser, Arguments *arguments)
     if (row == std::end(commandRows))
         return QStringLiteral("unknown command: ") + words.at(0);
     arguments->command = row->command;
-    if (const QString error = checkOptions(parser, *row); !error.isEmpty())
+    if (QString error = checkOptions(parser, *row); !error.isEmpty())
         return error;
     return row->command == Command::Find ? readPlaces(words.mid(1), arguments)
                                          : readStore(parser, *row, arguments);

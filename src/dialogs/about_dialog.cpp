@@ -16,7 +16,7 @@ AboutDlg::AboutDlg(QWidget *parent) : QDialog(parent)
     setFont(desktop);
     setupUi(this);
     LabelPixmap->setPixmap(QPixmap(QStringLiteral(":/images/img_About.png")));
-    ProductVersionLabel->setText(QStringLiteral(VELMORA_VERSION));
+    ProductVersionLabel->setText(QStringLiteral("2.0.0.1")); // of the window, whatever the package's is
     connect(OKButton, &QPushButton::clicked, this, &QDialog::accept);
     GetSystemInfo();
     GetSUpport();

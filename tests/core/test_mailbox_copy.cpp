@@ -41,12 +41,23 @@ private slots:
         const DataTable row([this](const QByteArray &source, const QByteArray &target) {
             const QString path = write(source);
             QCOMPARE(LineByLine().copy(path), target);
-            // Padding moves each byte over the seam between two blocks.
-            for (int padding = 0; padding < 130; ++padding) {
-                const QByteArray pad = "From " + QByteArray(padding, 'p') + '\n';
-                const QString padded = write(pad + source);
-                QCOMPARE(copy(padded, 128), pad + target);
+            // Padding moves each byte over the seam between two blocks; one target takes all of them.
+            QByteArray padded;
+            {
+                QFile::remove(m_folder.filePath("Inbox.mbox"));
+                MailboxFile all;
+                all.open(m_folder.filePath("Inbox.mbox"), outlookMailbox);
+                for (int padding = 0; padding < 130; ++padding) {
+                    const QByteArray pad = "From " + QByteArray(padding, 'p') + '\n';
+                    const QByteArray bytes = pad + source;
+                    MailboxCopy copy;
+                    copy.setBlockBytes(128);
+                    QVERIFY(copy.open(ByteSource::ofBytes(viewOf(bytes))));
+                    copy.copyTo(&all, [](qint64, qint64) { return true; });
+                    padded += pad + target;
+                }
             }
+            QCOMPARE(readFiles(m_folder.path()).value("Inbox.mbox"), padded);
             QCOMPARE(copy(write(source)), target);
         });
         const auto text = [&row](const char *name, const QByteArray &source, const QByteArray &target) {
@@ -146,10 +157,10 @@ private slots:
             const QString path = write("From \n" + line.repeated(lines) + other.repeated(others) + last);
             QVERIFY(copy(path) == LineByLine().copy(path));
         });
-        for (const int lines : {99999, 100000, 250000, 999999, 1000000, 1100000})
-            for (const QByteArray last : {"\xE2\x82\xAC\n", "\xE2\x82\xAC"})
-                row(QByteArray::number(lines) + (last.endsWith('\n') ? "" : ", no end"), "\xC3\xA9\r\n",
-                    lines - 2, "", 0, last);
+        for (const int lines : {99999, 250000, 999999, 1100000})
+            row(QByteArray::number(lines), "\xC3\xA9\r\n", lines - 2, "", 0, "\xE2\x82\xAC\n");
+        for (const int lines : {100000, 1000000})
+            row(QByteArray::number(lines) + ", no end", "\xC3\xA9\r\n", lines - 2, "", 0, "\xE2\x82\xAC");
         const auto lineOf = [](int bytes) { return QByteArray(bytes - 1, 'x') + '\n'; };
         row("more than it seems", lineOf(100), 99999, lineOf(2), 910000, "");
         row("just as many as one list", lineOf(100), 99999, lineOf(2), 900000, "");

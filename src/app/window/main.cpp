@@ -43,6 +43,8 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
+    QGuiApplication::setDesktopFileName(
+        QStringLiteral("com.example.VelmoraMailConverter")); // whose icon a panel shows
     writeMessage = qInstallMessageHandler(leaveOutKnownWarning);
     // File names are bytes in UTF-8, whatever the locale says (the C locale would turn them into "?").
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
