@@ -497,6 +497,10 @@
         <source>cut off, its central directory is missing and messages may be too: </source>
         <translation>abgeschnitten, das Inhaltsverzeichnis fehlt und vielleicht auch Nachrichten: </translation>
     </message>
+    <message>
+        <source>shorter than at the scan, messages are gone: </source>
+        <translation>kürzer als beim Einlesen, Nachrichten sind weg: </translation>
+    </message>
 </context>
 <context>
     <name>Problems</name>
@@ -994,6 +998,10 @@ Vorgang abgebrochen.</translation>
     <message>
         <source>Passed over: %1 file(s) or folder(s) of the store stand in no folder of the list</source>
         <translation>Übergangen: %1 Datei(en) oder Ordner des Bestands stehen in keinem Ordner der Liste</translation>
+    </message>
+    <message>
+        <source>%1 holds %2</source>
+        <translation>%1 enthält %2</translation>
     </message>
 </context>
 <context>
