@@ -102,8 +102,7 @@ public:
             compose();
         else
             m_result.partError = m_mail.error;
-        if (m_result.end == ExactEnd::Whole &&
-            (!m_mail.error.isEmpty() || !m_archive->errorString().isEmpty()))
+        if (m_result.end == ExactEnd::Whole && !m_mail.error.isEmpty())
             m_result.end = ExactEnd::Unreadable;
         if (m_result.end != ExactEnd::Whole)
             m_target->truncate(before);
@@ -191,8 +190,10 @@ private:
         for (qint64 done = 0; done < place.size && m_result.end == ExactEnd::Whole;) {
             const qint64 wanted = std::min(blockBytes, place.size - done);
             const qint64 got = m_archive->read(place.offset + done, block.data(), wanted);
-            if (got <= 0)
+            if (got <= 0) {
+                m_result.end = ExactEnd::Unreadable;
                 return;
+            }
             if (!m_goOn())
                 m_result.end = ExactEnd::Stopped;
             use(std::string_view(block.data(), static_cast<size_t>(got)));
