@@ -96,7 +96,8 @@ private:
         qint64 last = 0;  ///< and its last byte
     };
 
-    // A store of each kind, with a small message in the folders A and C and a large one in B, whose file fails. `eachWay`: to each target, converted and exact.
+    // A store of each kind, with a small message in the folders A and C and a large one in B, whose file fails.
+    // `eachWay`: to each target, converted and exact.
     void stores(void (TestFailingReads::*check)(const Store &), bool eachWay = true)
     {
         const DataTable row([=](const Store &store) { (this->*check)(store); });
@@ -191,10 +192,8 @@ private:
     FileMap save()
     {
         QDir(out()).removeRecursively();
-        return saveAgain();
+        return saveInto(out());
     }
-
-    FileMap saveAgain() { return saveInto(out()); }
 
     FileMap saveInto(const QString &folder)
     {
@@ -221,13 +220,12 @@ private:
     static QString mailboxOf(const char *folder, const FileMap &bundle)
     {
         for (const QString &file : bundle.keys())
-            if (file.endsWith(QString("/%1.mbox").arg(folder)) ||
-                file.endsWith(QString("/%1.mbox/mbox").arg(folder)))
+            if (file.contains(QString("/%1.mbox").arg(folder)))
                 return file;
         return {};
     }
 
-    // It is told, with the file's name, and counted; the other messages are there, those behind it in the file where they can be.
+    // It is told, with the file's name, and counted; the other messages are there, those behind it where they can be.
     void checkLoss(const FileMap &bundle, const FileMap &whole, const QString &named, bool behindToo = true)
     {
         const QStringList problems = takeProblems();
@@ -281,7 +279,7 @@ private:
     {
         const QString path = m_run->path(m_store.file);
         if (m_store.client == 5) {
-            const MailMLRC *record = olmRecordsOfFolder(folderOf("B")).front();
+            const MailMLRC *record = olmRecordsOfFolder(objMapName_FID.value("B")).front();
             previewOfOlmMessage(QString::number(record->llBodyOffset), QString::number(record->llBodySize));
         } else if (m_store.client == 3) {
             const MboxMessageNode *message = messagesOfPath(path).front();
@@ -290,8 +288,6 @@ private:
             previewOfFile(path);
         }
     }
-
-    static qint64 folderOf(const QString &name) { return objMapName_FID.value(name); }
 
     void checkScans(const Store &store)
     {
@@ -303,14 +299,12 @@ private:
                 takeUnread();
                 rescan();
                 const bool reads = store.client == 3 || store.client == 5 || store.client == 10;
-                const QStringList problems = takeProblems();
                 QCOMPARE(takeUnread(), reads && fault != Fault::Pieces);
-                QCOMPARE(problems.filter(m_store.file).size() > 0, reads && fault != Fault::Pieces);
+                QCOMPARE(takeProblems().filter(m_store.file).size() > 0, reads && fault != Fault::Pieces);
             }
     }
 
-    // The mailbox of B grows beyond what the system allows, can't be made or can't be closed; then nothing of the bundle
-    // can be made.
+    // The mailbox of B grows too large, can't be made or can't be closed; then nothing of the bundle can be made.
     void checkWrites(const Store &store)
     {
         scan(store);
@@ -329,7 +323,7 @@ private:
         QDir(out()).removeRecursively();
         QVERIFY(QDir().mkpath(QFileInfo(folder).path()));
         QVERIFY(QFile::link("/dev/null", folder));
-        bundle = saveAgain();
+        bundle = saveInto(out());
         QVERIFY(takeUnwritten());
         checkLoss(bundle, whole, "/B.mbox");
 
