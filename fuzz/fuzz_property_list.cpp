@@ -1,5 +1,5 @@
-// Hostile bytes as a property list: what is not well-formed has no entries, and no entry is longer than the file allows,
-// entities included.
+// Hostile bytes as a property list: what is not well-formed has no entries, and no entry is longer than the file
+// allows, entities included.
 
 #include "platform/property_list.h"
 #include "scratch_folder.h"

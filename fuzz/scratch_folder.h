@@ -6,11 +6,12 @@
 #include <cstdlib>
 #include <string_view>
 
-/// A folder in memory for what a reader opens by its path. It is gone when the target ends.
+/// A folder below TMPDIR for what a reader opens by its path. A target that crashes leaves it behind: `fuzz/run` gives
+/// each a TMPDIR in memory and removes that.
 class ScratchFolder
 {
 public:
-    /// "/dev/shm/velmora-fuzz-X/NAME"
+    /// "/dev/shm/velmora-fuzz-X/fuzz_opera-Y/NAME"
     QString path(const QString &name) const { return m_folder.filePath(name); }
     /// Makes or overwrites a file and gives its path.
     QString write(const QString &name, std::string_view bytes) const
@@ -29,5 +30,5 @@ public:
     }
 
 private:
-    QTemporaryDir m_folder{QStringLiteral("/dev/shm/velmora-fuzz-XXXXXX")};
+    QTemporaryDir m_folder;
 };
