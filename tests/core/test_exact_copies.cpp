@@ -50,6 +50,7 @@ private slots:
         };
         mailFile("no byte", "", nobody + "\n\n");
         mailFile("no line feed", "A: b", nobody + "A: b\n\n");
+        mailFile("ends as a separator starts", "A: b\n\n>Fro", nobody + "A: b\n\n>Fro\n\n");
         mailFile("CR LF", "A: b\r\n\r\nx\ry\r\r\n\r", nobody + "A: b\n\nx\ry\r\n\r\n\n");
         mailFile("quoted", "A: b\n\nFrom \n>From x\n>>From : y\n> From\nFrom\n From \nfrom x\n",
                  nobody + "A: b\n\n>From \n>>From x\n>>>From : y\n> From\nFrom\n From \nfrom x\n\n",
@@ -129,6 +130,8 @@ private slots:
         count("byte count", "8\n" + mail + emptyList, mail + "\n");
         count("byte count with blanks", " +8 \r\n" + mail + emptyList, mail + "\n");
         count("within a line", "7\n" + mail + emptyList, mail + "\n");
+        const QByteArray held = mail + emptyList;
+        count("all of the file", QByteArray::number(held.size()) + '\n' + held, held + '\n');
         count("0", "0\n" + mail + emptyList, mail + "\n");
         count("negative", "-8\n" + mail + emptyList, mail + "\n");
         count("too large", "999\n" + mail + emptyList, mail + "\n");
@@ -210,9 +213,9 @@ private slots:
             "Sun Nov  1 22:30:00 2015");
         row("header that can't be read", "Date: x\n", key + "<integer>1</integer>",
             "Thu Jan  1 00:00:01 1970");
-        for (const char *none :
-             {"<integer>-1</integer>", "<integer>253402300800</integer>", "<string>x</string>",
-              "<real>nan</real>", "<key>y</key><integer>1</integer>"})
+        for (const char *none : {"<integer>-1</integer>", "<integer>253402300800</integer>",
+                                 "<string>x</string>", "<real>nan</real>", "<key>y</key><integer>1</integer>",
+                                 "<string>x</string><integer>1</integer>"})
             row(none, mail, key + none, "Fri Jan  2 00:00:00 1970");
     }
     void emlxDates() { checkRow(); }
@@ -250,6 +253,8 @@ private slots:
             "eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4\neD0NCukgCg==");
         one("quoted-printable", file, "content-transfer-encoding:\n quoted-printable\n",
             QByteArray(58, 'x') + "=3D=0D\n=E9=20\n");
+        one("quoted-printable, a long line", {{"Attachments/1/1/a", QByteArray(75, 'x') + "From y"}},
+            "Content-Transfer-Encoding: quoted-printable\n", QByteArray(75, 'x') + "=\n=46rom y");
         for (const char *plain : {"7bit", "8bit", "binary", "x-uuencode"})
             one(plain, file, QByteArray("Content-Transfer-Encoding: ") + plain + '\n',
                 QByteArray(58, 'x') + "=\n\xE9 \n");
@@ -260,6 +265,16 @@ private slots:
             "A: b\n\nx\n", "1");
         row("no empty line", {{"Attachments/1/1/a", "x"}}, "A: b\n" + cut, "A: b\n" + cut,
             "1, emptyParts 1/1");
+        row("message in a message", {{"Attachments/1/1.1/a", "x"}},
+            "Content-Type: message/rfc822\n\nA: b\n" + cut + "\n",
+            "Content-Type: message/rfc822\n\nA: b\n\nx\n", "1");
+        row("boundary that starts as another", {{"Attachments/1/2/a", "x"}},
+            "Content-Type: multipart/mixed; boundary=bb\n\n--bb\nContent-Type: multipart/mixed; "
+            "boundary=b\n\n--b\n\n--bb\n" +
+                cut + "\n",
+            "Content-Type: multipart/mixed; boundary=bb\n\n--bb\nContent-Type: multipart/mixed; "
+            "boundary=b\n\n--b\n\n--bb\n\nx\n",
+            "1");
         row("no header, no part", {{"Attachments/1/1/a", "x"}}, "A: b\n\n" + cut + "\n",
             "A: b\n\n" + cut + "\n", "1");
         // Parts as IMAP numbers them, each with a file that holds its number.
