@@ -1,5 +1,6 @@
 #include "window_robot.h"
 
+#include "app/problem_log.h"
 #include "app/window/translations.h"
 
 #include <QCheckBox>
@@ -166,6 +167,18 @@ private slots:
         QTRY_VERIFY(robot.importWindow()->isVisible());
         const FileMap bundle = readFiles(out + "/Main Identity.rge/Mail");
         QCOMPARE(bundle, (FileMap{{"Local Folders/Sent.mbox", saved(sent)}}));
+
+        // Nor is anything left of the first save: its target, or what it could not write.
+        robot.click(robot.importWindow(), "OKButton");
+        reportUnwritten("of the first save");
+        takeProblems();
+        robot.tick("");
+        robot.save("radioButtonforApple", out);
+        QTRY_VERIFY(robot.importWindow()->isVisible());
+        QCOMPARE(robot.closingText(), "\nFile saved successfully at location " + out + "/Main Identity.mbox");
+        QCOMPARE(readFiles(out + "/Main Identity.mbox/Mail"),
+                 (FileMap{{"Local Folders/Sent/Sent.mbox", saved(sent)}}));
+        QVERIFY(robot.in<QLabel>(robot.importWindow(), "ImportLabel")->isHidden()); // it has no text
     }
 };
 
