@@ -152,11 +152,14 @@ private slots:
     void linkAtTheBundlesPlace()
     {
         writeFiles(out(), {{"elsewhere/precious", "kept"}});
-        QVERIFY(QFile::link(out() + "/elsewhere", bundle()));
         const QStringList arguments = {"convert", "--client", "3", "--out", out(), store()};
-        QCOMPARE(convert(arguments).status, 4);
-        QCOMPARE(convert(arguments + QStringList{"--replace"}).status, 0);
-        QVERIFY2(!QFileInfo(bundle()).isSymLink(), "the link goes, and only the link");
+        for (const char *folder : {"/gone", "/elsewhere"}) {
+            QVERIFY(QFile::link(out() + folder, bundle()));
+            QCOMPARE(convert(arguments).status, 4);
+            QCOMPARE(convert(arguments + QStringList{"--replace"}).status, 0);
+            QVERIFY2(!QFileInfo(bundle()).isSymLink(), "the link goes, and only the link");
+            QVERIFY(QDir(bundle()).removeRecursively());
+        }
         QCOMPARE(readFiles(out() + "/elsewhere"), (FileMap{{"precious", "kept"}}));
     }
 

@@ -19,7 +19,7 @@ QByteArray messageFile(const QByteArray &mail)
     return QByteArray::number(mail.size()) + '\n' + mail + emptyList;
 }
 
-// How the save ended: written messages, changes and left out ones.
+// How the save ended: written messages, changes, left out ones, strays.
 QString account()
 {
     QString words = QString::number(saveLedger.total().written);
@@ -30,6 +30,8 @@ QString account()
     }
     for (const LeftOutItem &item : saveLedger.leftOutItems())
         words += QString(", %1 %2").arg(nameOf(item.reason)).arg(item.messages.value_or(-1));
+    if (saveLedger.strays() > 0)
+        words += QString(", strays %1").arg(saveLedger.strays());
     return words;
 }
 } // namespace
@@ -74,7 +76,7 @@ private slots:
         };
         const QByteArray first = "From a\n";
         box("mailbox", first + "A: b\r\n\r\nx\xFF\r\r\nFrom b\n" + own + "\r",
-            first + "A: b\n\nx\xFF\r\nFrom b\n" + own + "\r\n", "2");
+            first + "A: b\n\nx\xFF\r\nFrom b\n" + own + "\r\n", "2, strays 1");
         box("order mark", "\xEF\xBB\xBF" + first + "\xEF\xBB\xBF" + own, first + "\xEF\xBB\xBF" + own, "1");
         row("one line", 3, {{"Mail/Box", first}, {"Mail/Zero", first + "x"}},
             {{"Zero/Zero.mbox", first + "x\n"}}, "1");
@@ -141,7 +143,7 @@ private slots:
         count("0 and a list in a line", "0\n" + mail + "x" + emptyList, mail + "x" + emptyList + "\n");
         count("0 and no list", "0\n" + mail, mail + "\n");
         count("nothing but a list", "0\n" + emptyList, "\n\n");
-        count("too large and no list", "999\n" + mail, mail + "\n", "0, unreadable 1");
+        count("too large and no list", "999\n" + mail, mail + "\n", "0, unreadable 1, strays 1");
         count("no number", mail + emptyList, mail + "\n");
         count("number and more", "8 x\n" + mail + emptyList, "8 x\n" + mail + "\n");
         count("no separator of its own", messageFile("From - Wed Nov 12 14:38:04 2014\nA: b\n"),
