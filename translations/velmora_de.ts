@@ -193,6 +193,17 @@
     </message>
 </context>
 <context>
+    <name>ListFilter</name>
+    <message>
+        <source>Sender or subject</source>
+        <translation>Absender oder Betreff</translation>
+    </message>
+    <message>
+        <source>Show only messages with these words</source>
+        <translation>Nur Nachrichten mit diesen Wörtern zeigen</translation>
+    </message>
+</context>
+<context>
     <name>MailView</name>
     <message>
         <source>&amp;Copy</source>

@@ -42,7 +42,7 @@ public:
     }
 
 private:
-    static constexpr qint64 longestWait = 300; // milliseconds
+    static constexpr qint64 longestWait = 100; // milliseconds, that a stop is kept waiting
     QElapsedTimer m_timer;
 };
 

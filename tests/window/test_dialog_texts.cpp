@@ -80,6 +80,7 @@ private slots:
                                                {target, {350, 150}},
                                                {m_pParseDatabase, {477, 243}},
                                                {robot.importWindow(), {467, 208}}}; // with its numbers
+            QVERIFY2(cutTexts(robot.window).isEmpty(), qPrintable(cutTexts(robot.window).join(' ')));
             robot.importWindow()->showReport({}, {});
             for (QWidget *dialog : sizes.keys()) {
                 dialog->show();

@@ -1,6 +1,8 @@
 #include "window_robot.h"
 
+#include <QElapsedTimer>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QWebFrame>
 #include <QWebPage>
@@ -73,6 +75,67 @@ private slots:
         QCOMPARE(int(StartFldrAtrib->state), int(stateTicked));
     }
 
+    // Arrows show the folders' lists and the messages at once, and mark nothing; Return goes on to the list. A box
+    // that is ticked makes its folder the current one.
+    void walkByKeys()
+    {
+        WindowRobot &robot = scanned({{"Mail/One/A", message("a", "1") + message("b", "2")},
+                                      {"Mail/One/B", message("Long <" + QByteArray(800, 'x') + ">", "3")}});
+        const auto focus = [&] { return robot.window->focusWidget(); }; // this display activates no window
+        QCOMPARE(focus(), robot.tree());
+        QTest::keyClick(robot.tree(), Qt::Key_Home);
+        while (robot.tree()->currentItem() != robot.folder("Mail/One/A"))
+            QTest::keyClick(focus(), Qt::Key_Down);
+        QCOMPARE(robot.statusName() + robot.statusCount(), QString("A:2"));
+        QCOMPARE(focus(), robot.tree());
+        QVERIFY2(robot.header().startsWith("a"), qPrintable(robot.header()));
+        QTest::keyClick(robot.tree(), Qt::Key_Return);
+        QCOMPARE(focus(), robot.list());
+        QTest::keyClick(robot.list(), Qt::Key_Down);
+        QVERIFY2(robot.header().startsWith("b"), qPrintable(robot.header()));
+        QCOMPARE(robot.folder("")->checkState(0), Qt::Unchecked);
+
+        robot.tick("Mail/One/B");
+        QCOMPARE(robot.tree()->currentItem(), robot.folder("Mail/One/B"));
+        QCOMPARE(robot.statusName(), QString("B:"));
+        // A sender that needs many lines leaves no room for the rest: the keys scroll to it.
+        auto *pane = robot.in<QTextBrowser>(robot.window, "headerPane");
+        QVERIFY(pane->verticalScrollBar()->maximum() > 0);
+        QTest::keyClick(pane, Qt::Key_End);
+        QCOMPARE(pane->verticalScrollBar()->value(), pane->verticalScrollBar()->maximum());
+    }
+
+    // "/" opens a line in which each word must stand in sender or subject; Escape brings all rows back.
+    void filter()
+    {
+        WindowRobot &robot = scanned(
+            {{"Mail/In", message("Ann", "boats") + message("Ben", "Boats and ann") + message("Carl", "cars")},
+             {"Mail/Out", message("x", "y")}});
+        robot.clickFolder("Mail/In");
+        auto *line = robot.in<QLineEdit>(robot.window, "listFilter");
+        const auto shown = [&](const char *typed) {
+            QTest::keyClick(robot.list(), Qt::Key_Slash);
+            QTest::keyClicks(line, typed);
+            robot.settle();
+            QString rows;
+            for (int row = 0; row < robot.list()->topLevelItemCount(); ++row)
+                rows += robot.list()->topLevelItem(row)->isHidden() ? '-' : '+';
+            return rows;
+        };
+        QVERIFY(!line->isVisible());
+        QCOMPARE(shown("ANN bo"), QString("++-"));
+        QCOMPARE(shown("cars"), QString("--+"));
+        QTest::keyClick(line, Qt::Key_Down);
+        QVERIFY2(robot.header().startsWith("Carl"), qPrintable(robot.header()));
+        QTest::keyClick(robot.list(), Qt::Key_Escape);
+        QVERIFY(!line->isVisible());
+        robot.settle();
+        QVERIFY(!robot.list()->topLevelItem(0)->isHidden());
+        QCOMPARE(shown("b"), QString("++-"));
+        robot.clickFolder("Mail/Out");
+        QVERIFY(!line->isVisible() && !robot.list()->topLevelItem(0)->isHidden());
+    }
+
     // Record order in the first folder and in those listed later, until the user sorts.
     void orderOfRows()
     {
@@ -124,14 +187,36 @@ private slots:
         FileMap files;
         for (int i = 0; i < 3000; ++i)
             files.insert(QString("Mail/Big/F%1").arg(i), message("a", "b"));
-        files.insert("Mail/Big/Rows", message("a", "b").repeated(20000));
+        const int rows = qMax(20000, qEnvironmentVariableIntValue("VELMORA_ROWS"));
+        files.insert("Mail/Big/Rows", message("a", "b").repeated(rows));
         WindowRobot &robot = scanned(files);
         QTRY_VERIFY_WITH_TIMEOUT(robot.folder("Mail/Big")->childCount() == 3001, 60000);
         robot.tick("");
         robot.tick("Mail/Big/F7");
         QCOMPARE(robot.folder("")->checkState(0), Qt::PartiallyChecked);
-        robot.clickFolder("Mail/Big/Rows");
-        QCOMPARE(robot.statusCount(), QString("20000"));
+        // While the list fills, and as it is emptied, a timer comes as often as a person would notice.
+        qint64 longest = 0;
+        QElapsedTimer sinceTick;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, &timer, [&] { longest = qMax(longest, sinceTick.restart()); });
+        for (const char *way : {"Mail/Big/Rows", "Mail/Big/F7", "Mail/Big/Rows"}) {
+            robot.tree()->scrollToItem(robot.folder(way));
+            robot.settle();
+            timer.start(10);
+            sinceTick.start();
+            robot.clickFolder(way);
+            longest = qMax(longest, sinceTick.elapsed());
+            timer.stop();
+            qInfo("%s: blocked for at most %lld ms", way, longest);
+        }
+        QCOMPARE(robot.statusCount(), QString::number(rows));
+        sinceTick.start();
+        timer.start(10);
+        QTest::keyClick(robot.list(), Qt::Key_Slash);
+        QTest::keyClicks(robot.in<QLineEdit>(robot.window, "listFilter"), "none");
+        QTRY_VERIFY(robot.list()->topLevelItem(rows - 1)->isHidden());
+        qInfo("filter: blocked for at most %lld ms", qMax(longest, sinceTick.elapsed()));
+        QVERIFY2(longest < 500, QByteArray::number(longest)); // other tests run beside this one
     }
 
     // Laying out all of such a text would keep the window from answering for most of a minute.

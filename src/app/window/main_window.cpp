@@ -3,6 +3,7 @@
 #include "app/shared_state.h"
 #include "app/window/my_button.h"
 #include "app/window/window_state.h"
+#include "browse/window/elided_label.h"
 #include "dialogs/progress_info_dialog.h"
 #include "dialogs/repair_complete_dialog.h"
 #include "platform/window/text_fit.h"
@@ -91,12 +92,10 @@ void QConverterMainWindow::createStatusBar()
     bar->setMaximumHeight(25);
     bar->setStyleSheet(QStringLiteral("QStatusBar::item {border: none;}"));
 
-    m_pFolderNameLabel = new QLabel(this);
+    m_pFolderNameLabel = new ElidedLabel(this);
     m_pCountLabel = new QLabel(this);
     m_pFolderNameLabel->setObjectName(QStringLiteral("folderNameLabel"));
     m_pCountLabel->setObjectName(QStringLiteral("countLabel"));
-    // A folder's name is foreign text: never markup.
-    m_pFolderNameLabel->setTextFormat(Qt::PlainText);
 
     m_pStatusProgress = new QProgressBar(this);
     m_pStatusProgress->setMaximumSize(170, 9);

@@ -7,7 +7,10 @@
 #include <QMainWindow>
 #include <QPointer>
 
+#include <functional>
+
 class AboutDlg;
+class HeaderPane;
 class MailView;
 class PreferencesDialog;
 class QImportWindow;
@@ -18,6 +21,7 @@ class QPushButton;
 class QTextBrowser;
 class QTreeWidget;
 class QTreeWidgetItem;
+class RowFeed;
 
 /// The one main window: shell, panes and the flow select, scan, browse, tick, save. Its members lie beside what they
 /// are about: the shell in src/app, panes and lists in src/browse, the selection in src/scan, the save in src/save.
@@ -90,6 +94,7 @@ private slots:
     // The panes.
     void ShowindivisualMailItemsInfo(QTreeWidgetItem *item, int column);
     void OnMessageSubjectKey();
+    void enterMessageList();
     void onFolderItemChanged(QTreeWidgetItem *item, int column);
 
 protected:
@@ -130,7 +135,9 @@ private:
     void OnGetAllFileAndDir(const QString &path);
     void OnShowIndivisualMailData(const QString &name, const QString &path);
     void beginList();
-    void addRows(const std::vector<MessageRow> &rows);
+    /// Runs `read` on a thread of its own and shows the rows that it feeds, while the window answers.
+    void fillList(const std::function<void(RowFeed &)> &read);
+    void addRows(std::vector<MessageRow> rows);
     void endList(const QString &name);
 
     // Preview.
@@ -182,7 +189,7 @@ private:
 
     QTreeWidget *m_pFolderTree = nullptr;
     QTreeWidget *m_pMessageList = nullptr;
-    QTextBrowser *m_pHeaderPane = nullptr;
+    HeaderPane *m_pHeaderPane = nullptr;
     QTextBrowser *m_pSecondPane = nullptr;
     MailView *m_pWebView = nullptr;
     QHash<qint64, QTreeWidgetItem *> m_folderItems; ///< the tree's items by folder id

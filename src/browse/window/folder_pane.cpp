@@ -86,6 +86,7 @@ void QConverterMainWindow::ShowindivisualMailItemsInfo(QTreeWidgetItem *item, in
 {
     if (!item || m_listLoading)
         return;
+    m_pFolderTree->setCurrentItem(item); // a click on a box does not do it
     const quint8 recorded = static_cast<quint8>(item->text(StateColumn).toUInt());
     const Qt::CheckState check = item->checkState(NameColumn);
     if (check != Qt::PartiallyChecked && !(check == Qt::Checked && recorded == stateTicked))

@@ -78,10 +78,13 @@ protected:
     bool javaScriptPrompt(QWebFrame *, const QString &, const QString &, QString *) override { return false; }
 };
 
-// Columns in columns are laid out anew at each level, which takes a short page hours. The view's own sheet goes over
-// the message's, however that spells it.
+// Columns in columns, and flexible boxes that stand in a column or stretch, are laid out anew at each level, which
+// takes a short page hours. The view's own sheet goes over the message's, however that spells it.
 const char viewSheet[] = "* { -webkit-columns: auto auto !important; -webkit-column-count: auto !important; "
-                         "-webkit-column-width: auto !important; }";
+                         "-webkit-column-width: auto !important; flex-flow: row wrap !important; "
+                         "align-items: flex-start !important; "
+                         "align-self: auto !important; -webkit-box-orient: horizontal !important; "
+                         "-webkit-box-align: start !important; }";
 
 void closeDoors(QWebSettings *settings)
 {

@@ -3,41 +3,22 @@
 #include "app/shared_state.h"
 #include "app/window/my_button.h"
 #include "app/window/window_state.h"
-#include "browse/window/picture_icon.h"
+#include "browse/window/row_feed.h"
+#include "browse/window/row_item.h"
 #include "dialogs/problem_text.h"
-#include "platform/window/text_fit.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QHeaderView>
 #include <QScopedValueRollback>
+#include <QThread>
 #include <QTreeWidget>
 
 namespace
 {
-constexpr int answerMilliseconds = 50; ///< how long a folder's files are read before the window answers again
-constexpr int rowSide = 32;            ///< pixels
-
-// What all rows share; made once, as a folder may have many.
-struct RowLook {
-    QIcon icon = pictureIcon(QStringLiteral(":/images/img_Mail.png"));
-    QFont font = lucidaFont(11);
-    // Two lines of this font, on screens whose points are larger than the row was laid out for.
-    QSize size{rowSide, qMax(rowSide, 2 * QFontMetrics(font).lineSpacing() + 2)};
-};
-
-QTreeWidgetItem *newRow(const MessageRow &row, const RowLook &look)
-{
-    auto *item = new QTreeWidgetItem({QString(), row.text, row.path, row.offset, row.length});
-    item->setIcon(1, look.icon);
-    item->setSizeHint(1, look.size);
-    item->setFont(1, look.font);
-    return item;
-}
-
-void answer()
-{
-    QCoreApplication::processEvents();
-}
+constexpr int answerMilliseconds = 30; ///< the longest that rows are added before the window answers again
+constexpr int waitMilliseconds = 5;    ///< the longest that more rows are waited for
+constexpr size_t rowsAtOnce = 2000;
 } // namespace
 
 // ---- The frame of every loader ----
@@ -48,20 +29,53 @@ void QConverterMainWindow::beginList()
     m_pMyOpenButton->setEnabled(false);
     m_pMySaveButton->setEnabled(false);
     m_pMessageList->clear();
-    m_pMessageList->setSortingEnabled(false); // rows go in as they come; OnStatusBarValue turns it on
+    // Rows go in as they come, and stay so until the user sorts them; OnStatusBarValue lets it be done.
+    m_pMessageList->setSortingEnabled(false);
+    m_pMessageList->header()->setSortIndicator(-1, Qt::AscendingOrder);
 }
 
-void QConverterMainWindow::addRows(const std::vector<MessageRow> &rows)
+void QConverterMainWindow::fillList(const std::function<void(RowFeed &)> &read)
 {
-    static const RowLook look;
+    const QScopedValueRollback<bool> loading(m_listLoading, true);
+    RowFeed feed;
+    const QScopedPointer<QThread> reader(QThread::create([&] { read(feed); }));
+    reader->start();
+    if (!reader->isRunning() && !reader->isFinished())
+        read(feed); // the system has no thread left
+    QElapsedTimer sinceAnswer;
+    sinceAnswer.start();
+    for (bool ended = false; !ended;) {
+        const bool allRead = reader->wait(waitMilliseconds);
+        std::vector<MessageRow> rows = feed.take(rowsAtOnce);
+        ended = allRead && rows.empty();
+        addRows(std::move(rows));
+        if (sinceAnswer.elapsed() < answerMilliseconds)
+            continue;
+        QCoreApplication::processEvents();
+        ended = ended || !isVisible(); // the program is being closed
+        sinceAnswer.restart();
+    }
+    feed.close();
+    reader->wait();
+}
+
+void QConverterMainWindow::addRows(std::vector<MessageRow> rows)
+{
     const bool first = m_pMessageList->topLevelItemCount() == 0;
     QList<QTreeWidgetItem *> items;
     items.reserve(static_cast<int>(rows.size()));
-    for (const MessageRow &row : rows)
-        items.append(newRow(row, look));
+    for (MessageRow &row : rows)
+        items.append(new RowItem(std::move(row)));
     m_pMessageList->addTopLevelItems(items);
     if (first && !items.isEmpty())
-        m_pMessageList->setCurrentItem(items.first());
+        m_pMessageList->setCurrentItem(items.first(),
+                                       1); // the first column is hidden: no key would move from it
+}
+
+void QConverterMainWindow::enterMessageList()
+{
+    if (m_pMessageList->currentItem())
+        m_pMessageList->setFocus(Qt::OtherFocusReason);
 }
 
 void QConverterMainWindow::endList(const QString &name)
@@ -78,21 +92,22 @@ void QConverterMainWindow::endList(const QString &name)
 void QConverterMainWindow::OnGetAllMailofMbox(const QString &path, const QString &name)
 {
     beginList();
-    addRows(mailboxRows(path));
+    fillList([&](RowFeed &feed) { feed.add(mailboxRows(path)); });
     endList(name);
 }
 
 void QConverterMainWindow::OnGetAllMailofMbs(const QString &path, const QString &name)
 {
     beginList();
-    addRows(operaRows(path, name));
+    fillList([&](RowFeed &feed) { feed.add(operaRows(path, name)); });
     endList(name);
 }
 
 void QConverterMainWindow::OnGetAllMailofOlm(QTreeWidgetItem *item, int, const QString &name)
 {
     beginList();
-    addRows(olmRows(item->text(1).toLongLong()));
+    const qint64 folderId = item->text(1).toLongLong();
+    fillList([&](RowFeed &feed) { feed.add(olmRows(folderId)); });
     endList(name);
 }
 
@@ -101,37 +116,27 @@ void QConverterMainWindow::OnGetAllMailofOlm(QTreeWidgetItem *item, int, const Q
 void QConverterMainWindow::OnGetAllFileAndDir(const QString &path)
 {
     beginList(); // before events are let in: no second folder can be clicked meanwhile
-    const QScopedValueRollback<bool> loading(m_listLoading, true);
-    AllFilePathInStrListForTree = filesBelow(path, answer);
+    QStringList files;
+    fillList([&](RowFeed &) { files = filesBelow(path); });
+    AllFilePathInStrListForTree = files;
 }
 
 void QConverterMainWindow::OnShowIndivisualMailData(const QString &name, const QString &path)
 {
     beginList();
-    const QScopedValueRollback<bool> loading(m_listLoading, true);
     const QStringList files = AllFilePathInStrListForTree;
-    std::vector<MessageRow> rows;
     QStringList missing;
-    QElapsedTimer sinceAnswer;
-    sinceAnswer.start();
-    for (const QString &file : files) {
-        if (!isListed(file, path))
-            continue;
-        bool opened = false;
-        if (std::optional<MessageRow> row = rowOfMessageFile(file, &opened))
-            rows.push_back(std::move(*row));
-        if (!opened)
-            missing.append(tr("not listed, it can't be opened: ") + file);
-        if (sinceAnswer.elapsed() < answerMilliseconds)
-            continue;
-        addRows(rows);
-        rows.clear();
-        answer();
-        if (!isVisible())
-            break; // the program is being closed
-        sinceAnswer.restart();
-    }
-    addRows(rows);
+    fillList([&](RowFeed &feed) {
+        for (auto file = files.begin(); file != files.end() && !feed.isClosed(); ++file) {
+            if (!isListed(*file, path))
+                continue;
+            bool opened = false;
+            if (std::optional<MessageRow> row = rowOfMessageFile(*file, &opened))
+                feed.add(std::move(*row));
+            if (!opened)
+                missing.append(tr("not listed, it can't be opened: ") + *file);
+        }
+    });
     endList(name);
     if (!missing.isEmpty())
         showBox(this, QMessageBox::Information, tr("VelmoraMailConverter"), problemText(missing));

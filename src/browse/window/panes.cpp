@@ -1,62 +1,23 @@
 #include "app/window/main_window.h"
 
+#include "browse/window/folder_view.h"
+#include "browse/window/header_pane.h"
+#include "browse/window/list_filter.h"
 #include "browse/window/mail_view.h"
-#include "platform/window/text_fit.h"
+#include "browse/window/row_item.h"
 
 #include <QHeaderView>
-#include <QHelpEvent>
 #include <QSplitter>
-#include <QStyledItemDelegate>
-#include <QTextBrowser>
-#include <QTextDocument>
-#include <QToolTip>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace
 {
 constexpr int folderColumns = 8;
 constexpr int messageColumns = 5;
+constexpr int listWidth = 270; ///< the least, pixels
 
 const QColor treeGround(223, 226, 235);
-const QColor boxEdge(130, 136, 150);
 const QColor selectionGround(154, 154, 200); ///< as in the tree's style sheet; the pictures stand out on it
-
-// A row has room for two lines: the line feed that a sender may still have is not shown.
-class RowDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-    QString displayText(const QVariant &value, const QLocale &locale) const override
-    {
-        // Before the toolkit makes line separators of them.
-        const QString text = value.toString().replace(QLatin1String("\n\n"), QLatin1String("\n"));
-        return QStyledItemDelegate::displayText(text, locale);
-    }
-    // What a row has no room for. It is foreign text: never markup.
-    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &,
-                   const QModelIndex &index) override
-    {
-        const QString text = displayText(index.data(), view->locale());
-        QToolTip::showText(event->globalPos(), Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal), view);
-        return true;
-    }
-};
-
-// Tick boxes that stand out on the tree's ground.
-class FolderDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->palette.setColor(QPalette::Base, Qt::white);
-        option->palette.setColor(QPalette::Window, boxEdge);
-    }
-};
 
 // The tree has a ground of its own, so its text needs colours of its own, whatever the desktop's are.
 void setTreeColours(QTreeWidget *tree)
@@ -79,13 +40,14 @@ void setListColours(QTreeWidget *list)
     list->setPalette(palette);
 }
 
-QTextBrowser *newTextPane()
+// The caption's leading blanks are wide in a large font: it is set smaller where the list at its narrowest would not
+// show it.
+void fitHeader(QHeaderView *header, const QString &caption, int width)
 {
-    auto *pane = new QTextBrowser;
-    pane->setReadOnly(true);
-    pane->setAcceptRichText(false);
-    pane->setTextInteractionFlags(Qt::NoTextInteraction);
-    return pane;
+    QFont font = header->font();
+    while (font.pointSize() > 6 && QFontMetrics(font).horizontalAdvance(caption) > width)
+        font.setPointSize(font.pointSize() - 1);
+    header->setFont(font);
 }
 } // namespace
 
@@ -109,7 +71,7 @@ void QConverterMainWindow::CreateLeftDockWindows()
 
 QTreeWidget *QConverterMainWindow::createFolderTree()
 {
-    auto *tree = new QTreeWidget;
+    auto *tree = new FolderView;
     tree->setObjectName(QStringLiteral("folderTree"));
     tree->setColumnCount(folderColumns);
     tree->setHeaderLabel(QString());
@@ -120,6 +82,8 @@ QTreeWidget *QConverterMainWindow::createFolderTree()
     tree->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     tree->setAccessibleName(tr("Folders"));
     tree->setItemDelegate(new FolderDelegate(tree));
+    connect(tree, &FolderView::chosenByKey, this, &QConverterMainWindow::ShowindivisualMailItemsInfo);
+    connect(tree, &FolderView::leftByKey, this, &QConverterMainWindow::enterMessageList);
     setTreeColours(tree);
     tree->setStyleSheet(
         QStringLiteral("QTreeView {    selection-background-color: rgb(154,154,200);    alternate-color: "
@@ -133,9 +97,8 @@ QTreeWidget *QConverterMainWindow::createMessageList()
     auto *list = new QTreeWidget;
     list->setObjectName(QStringLiteral("messageList"));
     list->setColumnCount(messageColumns);
-    list->setHeaderLabels({QStringLiteral("  "),
-                           QStringLiteral("                               ") + tr("Mail"), QString(),
-                           QString(), QString()});
+    const QString caption = QStringLiteral("                               ") + tr("Mail");
+    list->setHeaderLabels({QStringLiteral("  "), caption, QString(), QString(), QString()});
     for (int column : {0, 3, 4})
         list->hideColumn(column);
     list->header()->setStretchLastSection(false);
@@ -144,8 +107,10 @@ QTreeWidget *QConverterMainWindow::createMessageList()
     // Rows stand in the order of their records until the user picks a column to sort by.
     list->header()->setSortIndicator(-1, Qt::AscendingOrder);
     list->setSortingEnabled(false);
-    list->setMinimumWidth(270);
+    list->setMinimumWidth(listWidth);
+    fitHeader(list->header(), caption, listWidth - 50 - 40);
     list->setItemDelegate(new RowDelegate(list));
+    new ListFilter(list);
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
     list->setAlternatingRowColors(true);
@@ -156,16 +121,11 @@ QTreeWidget *QConverterMainWindow::createMessageList()
 
 QWidget *QConverterMainWindow::createPreviewFrame()
 {
-    m_pHeaderPane = newTextPane();
+    m_pHeaderPane = new HeaderPane;
     m_pHeaderPane->setObjectName(QStringLiteral("headerPane"));
-    m_pHeaderPane->setFont(lucidaFont(11));
-    m_pHeaderPane->setFixedHeight(110);
-    m_pHeaderPane->document()->setDocumentMargin(1); // six lines just fit
-    m_pHeaderPane->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_pHeaderPane->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_pHeaderPane->setMinimumWidth(330);
     m_pHeaderPane->setAccessibleName(tr("Message headers"));
-    m_pSecondPane = newTextPane();
+    m_pSecondPane = new QTextBrowser;
     m_pSecondPane->hide();
     m_pSecondPane->setAccessibleName(tr("Message text"));
     m_pWebView = new MailView;

@@ -2,38 +2,23 @@
 
 #include "app/problem_log.h"
 #include "app/shared_state.h"
+#include "browse/shown_html.h"
+#include "browse/window/header_pane.h"
 #include "browse/window/mail_view.h"
 #include "dialogs/problem_text.h"
 
-#include <QScrollBar>
-#include <QTextBrowser>
-#include <QTextCursor>
 #include <QTreeWidget>
 
 namespace
 {
-// The web view lays out some four million characters a second, and nothing else can be done meanwhile.
-constexpr int shownCharacters = 256 * 1024;
-
-QString shownPart(const QString &html)
+QString shownPart(const QString &text)
 {
-    if (html.size() <= shownCharacters)
-        return html;
-    return html.left(shownCharacters) + QStringLiteral("<hr><p><i>") +
+    const ShownHtml shown = shownHtml(text);
+    if (!shown.isCut)
+        return shown.html;
+    return shown.html + QStringLiteral("<hr><p><i>") +
            QConverterMainWindow::tr("Only the beginning of this long message is shown. All of it is saved.") +
            QStringLiteral("</i></p>");
-}
-
-// As QTextEdit::append, but foreign text is never taken as markup.
-void appendPlain(QTextBrowser *pane, const HeaderLine &line)
-{
-    QTextCursor cursor(pane->document());
-    cursor.movePosition(QTextCursor::End);
-    if (!pane->document()->isEmpty())
-        cursor.insertBlock();
-    QTextCharFormat format;
-    format.setFontWeight(line.bold ? QFont::Bold : QFont::Normal);
-    cursor.insertText(line.text, format);
 }
 } // namespace
 
@@ -78,12 +63,11 @@ void QConverterMainWindow::showPreview(const PreviewText &preview)
 {
     clearPreview();
     for (const HeaderLine &line : preview.header)
-        appendPlain(m_pHeaderPane, line);
+        m_pHeaderPane->appendLine(line);
     // What a message could not be shown for is said in its place. (A worker's problems wait for its end.)
     if (m_run == Run::None && hasProblems())
-        appendPlain(m_pHeaderPane, {problemText(takeProblems())});
-    m_pHeaderPane->moveCursor(QTextCursor::Start);
-    m_pHeaderPane->verticalScrollBar()->setValue(0);
+        m_pHeaderPane->appendLine({problemText(takeProblems())});
+    m_pHeaderPane->finish();
     if (!preview.html)
         return;
     // Shown before it is filled: the other way round a text is laid out twice, which a long one makes felt.
