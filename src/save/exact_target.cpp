@@ -63,7 +63,18 @@ ExactTargets::ExactTargets(const QString &bundle) : m_mail(bundle + slash + top)
 
 bool ExactTargets::isFree(const QString &folder, const QString &file) const
 {
-    return !m_taken.contains(keyOf(folder)) && !m_taken.contains(keyOf(file));
+    return !m_taken.contains(keyOf(folder)) && !m_taken.contains(keyOf(file)) &&
+           !m_above.contains(keyOf(file));
+}
+
+// A folder on the way to others: "A" or, where a mailbox has that path, "A (2)".
+QString ExactTargets::folderAbove(const QString &parent, const QString &name)
+{
+    QString path = parent + slash + name;
+    for (int number = 2; m_files.contains(keyOf(path)); ++number)
+        path = parent + slash + name + QStringLiteral(" (%1)").arg(number);
+    m_above.insert(keyOf(path));
+    return path;
 }
 
 MailboxTarget ExactTargets::targetOf(qint64 folderId)
@@ -73,7 +84,7 @@ MailboxTarget ExactTargets::targetOf(qint64 folderId)
     const QString name = isTop ? top : names.takeLast();
     QString parent = isTop ? m_mail.left(m_mail.lastIndexOf(slash)) : m_mail;
     for (const QString &above : names)
-        parent += slash + above;
+        parent = folderAbove(parent, above);
     QString numbered = name;
     const auto place = [&] { return parent + slash + numbered; };
     const auto file = [&] { return place() + slash + numbered + mboxSuffix; };
@@ -81,5 +92,6 @@ MailboxTarget ExactTargets::targetOf(qint64 folderId)
         numbered = name + QStringLiteral(" (%1)").arg(number);
     m_taken.insert(keyOf(place()));
     m_taken.insert(keyOf(file()));
+    m_files.insert(keyOf(file()));
     return {place() + slash, file()};
 }

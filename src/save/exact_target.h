@@ -19,7 +19,10 @@ public:
 
 private:
     bool isFree(const QString &folder, const QString &file) const;
+    QString folderAbove(const QString &parent, const QString &name);
 
     QString m_mail;
     QSet<QString> m_taken; ///< keys of the folders and files given
+    QSet<QString> m_files; ///< keys of the files given
+    QSet<QString> m_above; ///< keys of the folders on the way to others
 };

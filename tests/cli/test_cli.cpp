@@ -152,11 +152,14 @@ private slots:
     void linkAtTheBundlesPlace()
     {
         writeFiles(out(), {{"elsewhere/precious", "kept"}});
-        QVERIFY(QFile::link(out() + "/elsewhere", bundle()));
         const QStringList arguments = {"convert", "--client", "3", "--out", out(), store()};
-        QCOMPARE(convert(arguments).status, 4);
-        QCOMPARE(convert(arguments + QStringList{"--replace"}).status, 0);
-        QVERIFY2(!QFileInfo(bundle()).isSymLink(), "the link goes, and only the link");
+        for (const char *folder : {"/gone", "/elsewhere"}) {
+            QVERIFY(QFile::link(out() + folder, bundle()));
+            QCOMPARE(convert(arguments).status, 4);
+            QCOMPARE(convert(arguments + QStringList{"--replace"}).status, 0);
+            QVERIFY2(!QFileInfo(bundle()).isSymLink(), "the link goes, and only the link");
+            QVERIFY(QDir(bundle()).removeRecursively());
+        }
         QCOMPARE(readFiles(out() + "/elsewhere"), (FileMap{{"precious", "kept"}}));
     }
 
@@ -292,6 +295,14 @@ private slots:
         const Run run = convert({"preview", "--client", "3", "--json", out()});
         QCOMPARE(run.status, 0);
         QCOMPARE(run.json()["messages"][0]["html"].toString(), QString::fromLatin1("\n\n" + text));
+
+        // The text goes out in pieces; none of them tears a character apart.
+        writeFiles(out(), {{"Mail/Box",
+                            "From - Mon Jan  1 00:00:00 2007\nContent-Type: text/plain; charset=\"utf-8\"\n"
+                            "Content-Transfer-Encoding: quoted-printable\n\nx" +
+                                QByteArray("=F0=9F=98=80").repeated(20000)}});
+        const Run pairs = convert({"preview", "--client", "3", "--json", out()});
+        QCOMPARE(pairs.json()["messages"][0]["html"].toString(), 'x' + QString("\U0001F600").repeated(20000));
     }
 
     void unreadableOlm_data()

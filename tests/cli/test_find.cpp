@@ -53,11 +53,11 @@ private slots:
             FileMap{{"old/prefs.js", ""},
                     {"old/Mail/x", mbox},
                     {"old/compatibility.ini", "[Compatibility]\nLastPlatformDir=/usr/lib/seamonkey\r\n"},
-                    {"other/prefs.js", ""},
-                    {"other/Mail/x", "\xEF\xBB\xBF" + mbox},
+                    {"old-2/prefs.js", ""},
+                    {"old-2/Mail/x", "\xEF\xBB\xBF" + mbox},
                     {"Postbox/Mail/x", mbox},
                     {"Eudora Folder/Mail Folder/In", mbox}},
-            {"eudora 1 Eudora Folder", "postbox 1 Postbox", "seamonkey 1 old", "thunderbird 1 other"});
+            {"eudora 1 Eudora Folder", "postbox 1 Postbox", "thunderbird 1 old-2", "seamonkey 1 old"});
         row("Apple Mail",
             FileMap{{"Library/Mail/V2/IMAP-a@b/INBOX.mbox/Messages/1.emlx", mail},
                     {"Library/Mail/V2/IMAP-a@b/INBOX.mbox/Attachments/1/2/forwarded.eml", mail},

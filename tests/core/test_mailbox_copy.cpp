@@ -98,6 +98,8 @@ private slots:
         row("stray bytes behind a character",
             "From a\n" + QByteArray("\xC6\xAE\xBB\x88\xBE\xBB").repeated(40),
             "From a\n" + QByteArray(200, '?') + "\n");
+        row("line longer than a block", "From a\n" + QByteArray("\xE2\x82\xAC").repeated(90),
+            "From a\n" + QByteArray(90, '?') + '\n');
         row("From alone", "From ", "From \n");
     }
 

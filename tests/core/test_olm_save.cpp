@@ -268,13 +268,17 @@ private slots:
     // A body ends where the archive ends; what is missing of an attachment are zero bytes.
     void shortArchive()
     {
-        MailMLRC record = recordWithAttachments("x;", "7;", "5;");
+        MailMLRC record = recordWithAttachments("x;y;", "0;7;", "5;5;");
         record.llBodyOffset = 8;
         record.llBodySize = 9;
         bool whole = true;
         const QByteArray written = composed(record, "0123456789", &whole);
         QVERIFY(written.contains("<html>89</html>"));
         QVERIFY(written.contains("\n\n" + QByteArray("789\0\0", 5).toBase64() + "\n\n"));
+        QVERIFY(!whole);
+        record.llBodySize = 0;
+        whole = true;
+        composed(record, "0123456789", &whole);
         QVERIFY(!whole);
 
         const QByteArray outside = composed(

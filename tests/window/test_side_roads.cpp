@@ -35,6 +35,7 @@ private slots:
             QTRY_VERIFY(gate.isHolding() && robot.progress());
             QVERIFY(!m_pParseDatabase->isVisible());
             QVERIFY(!m_pMyOpenButton->isEnabled() && !m_pMySaveButton->isEnabled());
+            QVERIFY(!robot.tree()->isEnabled());
             for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space})
                 QTest::keyClick(robot.progress(), key);
             QVERIFY(robot.isQuiet()); // no question
@@ -229,7 +230,8 @@ private slots:
         const QString reason = "can't be read: /a/" + QString("very long folder/").repeated(12) + "file";
         const auto giveUp = [&] {
             emit pMessageSavingThread->OnShowProgressDlg();
-            reportProblem(reason);
+            for (int number = 0; number < 6; ++number)
+                reportProblem(reason + QString(number, ' '));
         };
         const auto givingUp = connect(pMessageSavingThread, &QThread::started, pMessageSavingThread, giveUp,
                                       Qt::DirectConnection);
@@ -238,7 +240,8 @@ private slots:
         disconnect(givingUp);
         QLabel *label = robot.in<QLabel>(robot.progress(), "SearchLabel");
         QTRY_VERIFY(label->text().startsWith(reason));
-        QVERIFY(label->text().contains("Stop") && label->height() > 60);
+        QVERIFY(label->text().contains("\n... and 1 more\n") && label->text().contains("Stop"));
+        QVERIFY(label->height() > 60);
         QVERIFY(robot.progress()->height() >= label->geometry().bottom());
         robot.expectBox(abortQuestion, QMessageBox::Yes);
         robot.expectBox("\nProcess Aborted.", QMessageBox::Ok);

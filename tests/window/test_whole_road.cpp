@@ -1,5 +1,6 @@
 #include "window_robot.h"
 
+#include "app/problem_log.h"
 #include "app/window/translations.h"
 
 #include <QCheckBox>
@@ -139,7 +140,7 @@ private slots:
         const QString second = dir.filePath("second");
         const QString out = dir.filePath("out");
         writeFiles(first, {{"Mail/Local Folders/Inbox", inbox}});
-        writeFiles(second, {{"Mail/Local Folders/Sent", sent}});
+        writeFiles(second, {{"store/account1/2014/01/01/1.mbs", sent}});
         QVERIFY(QDir().mkpath(out));
 
         WindowRobot robot;
@@ -159,13 +160,26 @@ private slots:
         QVERIFY(!m_pMyOpenButton->isEnabled() && !m_pMySaveButton->isEnabled());
         QCOMPARE(robot.statusName() + robot.statusCount(), QString());
 
-        robot.scan(second);
+        robot.scan(second, 10);
         robot.tick("");
-        QCOMPARE(robot.folder("Mail/Local Folders/Sent")->checkState(0), Qt::Checked);
+        QCOMPARE(robot.folder("Mail/account1/Mails")->checkState(0), Qt::Checked);
         robot.save("radioButtonforOutlook", out);
         QTRY_VERIFY(robot.importWindow()->isVisible());
         const FileMap bundle = readFiles(out + "/Main Identity.rge/Mail");
-        QCOMPARE(bundle, (FileMap{{"Local Folders/Sent.mbox", saved(sent)}}));
+        const QByteArray mail = sent.mid(sent.indexOf("From: ")) + '\n';
+        QCOMPARE(bundle,
+                 (FileMap{{"account1/Mails/Mails.mbox", "From ???@??? Fri Dec 19 10:37:38 2014\n" + mail}}));
+
+        // Nor is anything left of the first save: its target, or what it could not write.
+        robot.click(robot.importWindow(), "OKButton");
+        reportUnwritten("of the first save");
+        takeProblems();
+        robot.tick("");
+        robot.save("radioButtonforApple", out);
+        QTRY_VERIFY(robot.importWindow()->isVisible());
+        QCOMPARE(robot.closingText(), "\nFile saved successfully at location " + out + "/Main Identity.mbox");
+        QCOMPARE(readFiles(out + "/Main Identity.mbox/Mail"),
+                 (FileMap{{"account1/Mails/Mails.mbox", "From - Wed Nov 12 14:38:04 2014\n" + mail}}));
     }
 };
 
