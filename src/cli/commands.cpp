@@ -124,7 +124,8 @@ int endWithoutSave(const Arguments &arguments, Outcome outcome)
 // A stop counts in any case; all that the report calls lost, or that could not be read or written, is no good end.
 Outcome outcomeOfSave(Outcome save, const ScanResult &scan, const SaveReport &report)
 {
-    const bool lost = takeUnread() | takeUnwritten();
+    const bool unread = takeUnread();
+    const bool lost = takeUnwritten() || unread;
     const bool differs = report.check && !report.check->differences.isEmpty();
     if (stopSignalled())
         return Outcome::Stopped;

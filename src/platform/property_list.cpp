@@ -7,6 +7,23 @@
 namespace
 {
 
+// All text of an element, of those within it too. The toolkit's own way goes down into each, so that a file of nothing
+// but "<a><a><a>..." would overflow the stack.
+QString readText(QXmlStreamReader &xml)
+{
+    QString text;
+    for (int depth = 1; depth > 0 && !xml.atEnd();) {
+        const QXmlStreamReader::TokenType token = xml.readNext();
+        if (token == QXmlStreamReader::StartElement)
+            ++depth;
+        else if (token == QXmlStreamReader::EndElement)
+            --depth;
+        else if (token == QXmlStreamReader::Characters || token == QXmlStreamReader::EntityReference)
+            text += xml.text();
+    }
+    return text;
+}
+
 /// The text of a value element; a null string for a container. The reader stands behind it afterwards.
 QString readValue(QXmlStreamReader &xml)
 {
@@ -20,7 +37,7 @@ QString readValue(QXmlStreamReader &xml)
         xml.skipCurrentElement();
         return QString();
     }
-    return xml.readElementText(QXmlStreamReader::IncludeChildElements);
+    return readText(xml);
 }
 
 void readDictionary(QXmlStreamReader &xml, QSettings::SettingsMap &entries)
@@ -28,7 +45,7 @@ void readDictionary(QXmlStreamReader &xml, QSettings::SettingsMap &entries)
     QString key;
     while (xml.readNextStartElement()) {
         if (xml.name() == QLatin1String("key")) {
-            key = xml.readElementText(QXmlStreamReader::IncludeChildElements);
+            key = readText(xml);
             continue;
         }
         const QString value = readValue(xml);

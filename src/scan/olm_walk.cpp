@@ -140,7 +140,7 @@ bool Walk::isCentralDirectoryWhole()
         if (header.substr(0, centralSignature.size()) != centralSignature)
             return false;
         position += centralHeaderBytes;
-        for (const size_t lengthAt : {28, 30, 32})
+        for (const size_t lengthAt : {size_t{28}, size_t{30}, size_t{32}})
             position += static_cast<qint64>(littleEndian(header, lengthAt, 2));
     }
     return position == m_size;

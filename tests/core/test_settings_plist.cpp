@@ -42,6 +42,11 @@ private slots:
         row("no property list", "<html><dict>" + entry + "</dict></html>", "");
         row("empty file", QByteArray(), "");
         row("bytes", QByteArray("bplist00\0\1\2\xFF", 12), "");
+        const int deep = 100000;
+        row("deep",
+            plist("<key>Apple Mail</key><string>" + QByteArray("<a>").repeated(deep) + "b" +
+                  QByteArray("</a>").repeated(deep) + "</string>"),
+            "b");
         row("external entity", secret + plist("<key>Apple Mail</key><string>&x;</string>").mid(39), "");
         row("entities that multiply",
             "<!DOCTYPE plist [<!ENTITY a \"aaaaaaaaaaaaaaaa\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;\">"
