@@ -112,10 +112,12 @@ size_t MailboxCopy::segmentLength() const
         return feed + 1;
     constexpr size_t heldBack = 4;
     constexpr size_t continuations = 3;
-    size_t length = m_filled - heldBack;
-    while (length > m_filled - heldBack - continuations && (block[length] & 0xC0) == 0x80)
-        --length;
-    return length;
+    const auto isContinuation = [&](size_t at) { return (block[at] & 0xC0) == 0x80; };
+    const size_t length = m_filled - heldBack;
+    size_t first = length; // byte of the character at `length`
+    while (first > length - continuations && isContinuation(first))
+        --first;
+    return isContinuation(first) ? length : first; // more of them belong to no character
 }
 
 // Room in the target for what so many bytes can become: a line that gets a ">" has at least six bytes, a chunk's line

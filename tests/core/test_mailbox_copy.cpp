@@ -84,6 +84,9 @@ private slots:
         row("Latin-1", "From a\n\xC3\xA9\xC4\x80\xE2\x82\xAC\xF0\x9F\x98\x80\n", "From a\n\xE9????\n\n");
         row("invalid", "From a\n\xE9t\xE9\xC3\n\xE2\x82\n\xED\xA0\x80\xC0\x80\r\n\xFF",
             "From a\n?t??\n??\n?????\n?\n");
+        row("stray bytes behind a character",
+            "From a\n" + QByteArray("\xC6\xAE\xBB\x88\xBE\xBB").repeated(40),
+            "From a\n" + QByteArray(200, '?') + "\n");
         row("From alone", "From ", "From \n");
     }
 
