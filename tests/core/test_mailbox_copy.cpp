@@ -84,6 +84,15 @@ private slots:
         row("Latin-1", "From a\n\xC3\xA9\xC4\x80\xE2\x82\xAC\xF0\x9F\x98\x80\n", "From a\n\xE9????\n\n");
         row("invalid", "From a\n\xE9t\xE9\xC3\n\xE2\x82\n\xED\xA0\x80\xC0\x80\r\n\xFF",
             "From a\n?t??\n??\n?????\n?\n");
+        QByteArray characters = "From a\n", latin1 = characters, boundaries = characters;
+        for (int i = 0; i < 9; ++i) { // the end of the first block at each place in them
+            characters +=
+                QByteArray(i, 'y') + QByteArray("\xF0\x9F\x98\x80\xC3\xA9\xE2\x82\xAC").repeated(20) + '\n';
+            latin1 += QByteArray(i, 'y') + QByteArray("??\xE9?").repeated(20) + '\n';
+            boundaries += "Content-Type: text/html; x\n--" + QByteArray(116 + i, 'x') + "--\r\nFrom b\n";
+        }
+        row("characters in long lines", characters, latin1 + '\n');
+        row("long boundaries", boundaries, QByteArray(boundaries).replace("\r\n", "\n") + '\n');
         row("stray bytes behind a character",
             "From a\n" + QByteArray("\xC6\xAE\xBB\x88\xBE\xBB").repeated(40),
             "From a\n" + QByteArray(200, '?') + "\n");

@@ -269,7 +269,8 @@ private slots:
     // A body ends where the archive ends; what is missing of an attachment are zero bytes.
     void shortArchive()
     {
-        MailMLRC record = recordWithAttachments("x;", "7;", "5;");
+        MailMLRC record =
+            recordWithAttachments("w;x;", "0;7;", "5;5;"); // what was read for the first is not the second's
         record.llBodyOffset = 8;
         record.llBodySize = 9;
         bool whole = true;
