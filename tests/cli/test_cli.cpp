@@ -292,6 +292,16 @@ private slots:
         const Run run = convert({"preview", "--client", "3", "--json", out()});
         QCOMPARE(run.status, 0);
         QCOMPARE(run.json()["messages"][0]["html"].toString(), QString::fromLatin1("\n\n" + text));
+        // Pairs of surrogates wherever a text is cut to be written.
+        const QByteArray faces = QByteArray("\xF0\x9F\x98\x80").repeated(20000);
+        for (const char *before : {"x", "xx"}) {
+            const QByteArray head =
+                "From a\nContent-Type: text/plain; charset=utf-8\nContent-Transfer-Encoding: base64\n\n";
+            writeFiles(out(), {{"Mail/Box", head + (before + faces).toBase64() + '\n'}});
+            const Run shown = convert({"preview", "--client", "3", "--json", out()});
+            QVERIFY(
+                shown.json()["messages"][0]["html"].toString().contains(before + QString::fromUtf8(faces)));
+        }
     }
 
     void unreadableOlm_data()
