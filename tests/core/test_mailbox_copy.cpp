@@ -100,6 +100,15 @@ private slots:
             "From a\n" + QByteArray(200, '?') + "\n");
         row("line longer than a block", "From a\n" + QByteArray("\xE2\x82\xAC").repeated(90),
             "From a\n" + QByteArray(90, '?') + '\n');
+        QByteArray characters = "From a\n", latin1 = characters, boundaries = characters;
+        for (int i = 0; i < 9; ++i) { // the end of the first block at each place in them
+            characters +=
+                QByteArray(i, 'y') + QByteArray("\xF0\x9F\x98\x80\xC3\xA9\xE2\x82\xAC").repeated(20) + '\n';
+            latin1 += QByteArray(i, 'y') + QByteArray("??\xE9?").repeated(20) + '\n';
+            boundaries += "Content-Type: text/html; x\n--" + QByteArray(116 + i, 'x') + "--\r\nFrom b\n";
+        }
+        row("characters in long lines", characters, latin1 + '\n');
+        row("long boundaries", boundaries, QByteArray(boundaries).replace("\r\n", "\n") + '\n');
         row("From alone", "From ", "From \n");
     }
 

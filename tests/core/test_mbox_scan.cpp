@@ -186,6 +186,9 @@ private slots:
         row("empty file", QByteArray(), {});
         row("one line only", separator, {});
         row("no separator first", "Subject: x\n" + separator + "a\n", {});
+        for (const char *day : {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"})
+            row(day, "From a\nx\nFrom b " + QByteArray(day) + " c\ny\n",
+                {record(0, 9, "", ""), record(9, 15, "", "")});
         row("capitals are none", "FROM a Mon \nSubject: x\n", {});
         row("first line needs no weekday", "From x\nFrom: a\nSubject: b\n\nc", {record(0, 28, "a", "b\n")});
         row("two messages", separator + "From: a\nSubject: b\n\nc\n" + separator + "From: d\n\ne\n",

@@ -60,19 +60,37 @@ QString hostilePage(uint seed)
                              "display:-webkit-box",
                              "position:absolute;width:99%",
                              "padding:1px;overflow:auto"};
+    const int kinds = 8;
     QString page;
-    if (seed % 4 == 0) { // drawings made of each other
+    if (seed % kinds == 0) { // drawings made of each other
         page = "<svg><g id=a0><path d='M0 0h9v9z'/></g>";
         for (int i = 1; i <= 5 + random.bounded(25); ++i)
             page += QString("<g id=a%1>").arg(i) +
                     QString("<use xlink:href='#a%1'/>").arg(i - 1).repeated(9) + "</g>";
-    } else if (seed % 4 == 3) { // a soup of tags
+    } else if (seed % kinds == 3) { // a soup of tags
         while (page.size() < 200000)
             page += '<' + oneOf({"", "/"}) + oneOf(names) + " style='" + oneOf(styles) + "'>x ";
+    } else if (seed % kinds == 4) { // one huge table
+        const QString cells =
+            QString("<td colspan=%1 style='%2'>x").arg(random.bounded(1, 1000)).arg(oneOf(styles));
+        page = "<table border=1>" + ("<tr>" + cells.repeated(random.bounded(1, 300))).repeated(200);
+    } else if (seed % kinds == 5) { // entities of all lengths
+        while (page.size() < 262000)
+            page += oneOf({"&amp;", "&#x41;", "&#1114111;", "&notin;", "&nosuch", "&#", "&#0;", "&zwnj;",
+                           "&#x202E;", "&nbsp;"});
+    } else if (seed % kinds == 6) { // attributes without end
+        const QString attribute =
+            oneOf({" a=b", " style='" + oneOf(styles) + "'", " a='>'", " \"", " class='x y z'"});
+        page = '<' + oneOf(names) + attribute.repeated(random.bounded(1, 40000)) + '>';
+        page += page.left(200);
+    } else if (seed % kinds == 7) { // markup that is torn
+        const QString bits = "<>/=\"'!-[]x &;";
+        while (page.size() < 100000)
+            page += random.bounded(4) == 0 ? oneOf(names) : QString(bits.at(random.bounded(bits.size())));
     } else { // one or two kinds, deep in each other
         const QString level =
             '<' + oneOf(names) + " style='" + oneOf(styles) + "'>" +
-            (seed % 4 == 1 ? QString() : "x<" + oneOf(names) + " style='" + oneOf(styles) + "'>");
+            (seed % kinds == 1 ? QString() : "x<" + oneOf(names) + " style='" + oneOf(styles) + "'>");
         page = level.repeated(262000 / level.size());
     }
     return page;
@@ -187,7 +205,7 @@ private slots:
     // VELMORA_HOSTILE_PAGES is how many are tried. Each is laid out in less than 2 s, and none ends the program.
     void hostilePages()
     {
-        const int pages = qMax(12, qEnvironmentVariableIntValue("VELMORA_HOSTILE_PAGES"));
+        const int pages = qMax(20, qEnvironmentVariableIntValue("VELMORA_HOSTILE_PAGES"));
         qint64 slowest = 0;
         for (int seed = 0; seed < pages; ++seed) {
             const QString html = shownHtml(hostilePage(uint(seed))).html;
