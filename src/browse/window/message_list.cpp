@@ -28,7 +28,7 @@ void QConverterMainWindow::beginList()
     m_pFolderTree->setEnabled(false);
     m_pMyOpenButton->setEnabled(false);
     m_pMySaveButton->setEnabled(false);
-    m_pMessageList->clear();
+    emptyRows(m_pMessageList);
     // Rows go in as they come, and stay so until the user sorts them; OnStatusBarValue lets it be done.
     m_pMessageList->setSortingEnabled(false);
     m_pMessageList->header()->setSortIndicator(-1, Qt::AscendingOrder);

@@ -4,15 +4,18 @@
 #include "platform/window/text_fit.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QTextDocument>
+#include <QTimer>
 #include <QToolTip>
 #include <QTreeWidget>
 
 namespace
 {
 constexpr int rowSide = 32; ///< pixels
+constexpr int deleteMilliseconds = 10;
 constexpr int textColumn = 1;
 constexpr int pathColumn = 2;
 
@@ -64,6 +67,22 @@ bool RowItem::operator<(const QTreeWidgetItem &other) const
 {
     const int column = treeWidget() ? treeWidget()->sortColumn() : textColumn;
     return textOf(column) < static_cast<const RowItem &>(other).textOf(column);
+}
+
+void deleteInPieces(QList<QTreeWidgetItem *> rows)
+{
+    QElapsedTimer time;
+    time.start();
+    while (!rows.isEmpty() && time.elapsed() < deleteMilliseconds)
+        delete rows.takeLast();
+    if (!rows.isEmpty())
+        QTimer::singleShot(0, [rest = std::move(rows)]() mutable { deleteInPieces(std::move(rest)); });
+}
+
+void emptyRows(QTreeWidget *list)
+{
+    deleteInPieces(list->invisibleRootItem()->takeChildren());
+    list->clear();
 }
 
 // A row has room for two lines: the line feed that a sender may still have is not shown.
