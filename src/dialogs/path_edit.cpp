@@ -23,5 +23,5 @@ void PathEdit::paintEvent(QPaintEvent *event)
     style()->drawPrimitive(QStyle::PE_PanelLineEdit, &panel, &painter, this);
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width()));
+                     fontMetrics().elidedText(text(), Qt::ElideLeft, place.width()));
 }

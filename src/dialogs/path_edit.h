@@ -2,8 +2,8 @@
 
 #include <QLineEdit>
 
-/// A line that shows a path. While it hasn't the focus, a path that is too long for it is cut in the middle and its
-/// ends can be read; with the focus it scrolls as any line does.
+/// A line that shows a path. While it hasn't the focus, a path that is too long for it loses its
+/// beginning, as its end tells most; with the focus it scrolls as any line does.
 class PathEdit : public QLineEdit
 {
     Q_OBJECT

@@ -87,7 +87,7 @@ QTreeWidget *ReportDialog::newTable(const SaveLedger &ledger)
     table->setRootIsDecorated(false);
     table->setUniformRowHeights(true);
     table->setAlternatingRowColors(true);
-    table->setTextElideMode(Qt::ElideMiddle);
+    table->setTextElideMode(Qt::ElideLeft); // a path tells most at its end
     table->setHeaderLabels(
         {tr("Folder"), tr("Found"), tr("Written"), tr("Joined"), tr("Left out"), tr("Changed")});
     const auto addRow = [table](const QString &name, const FolderCount &count) {

@@ -1,5 +1,7 @@
 #include "app/window/my_button.h"
 
+#include "platform/window/focus_frame.h"
+
 #include <QBitmap>
 
 constexpr int iconPixels = 32;
@@ -38,11 +40,20 @@ void MyButton::leaveEvent(QEvent *event)
     emit OnUpdatePixmap();
 }
 
-// Without a frame, the picture also shows where the keyboard is.
+// The picture shows where the keyboard is, and where it is always the same, the frame does.
 void MyButton::focusInEvent(QFocusEvent *event)
 {
     QToolButton::focusInEvent(event);
     emit ChangePixmap();
+    clearMask(); // it would leave no room for the frame
+}
+
+void MyButton::paintEvent(QPaintEvent *event)
+{
+    QToolButton::paintEvent(event);
+    QPainter painter(this);
+    if (hasFocus())
+        drawFocusFrame(&painter, rect(), palette().color(QPalette::WindowText));
 }
 
 void MyButton::focusOutEvent(QFocusEvent *event)

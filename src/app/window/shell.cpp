@@ -78,8 +78,12 @@ protected:
 private:
     void lay()
     {
-        for (const auto &[caption, place] : qAsConst(m_captions))
+        const bool mirrored = m_bar->layoutDirection() == Qt::RightToLeft;
+        for (const auto &[caption, place] : qAsConst(m_captions)) {
             caption->setGeometry(QStyle::visualRect(m_bar->layoutDirection(), m_bar->rect(), place));
+            caption->setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter |
+                                  (mirrored ? Qt::AlignRight : Qt::AlignLeft));
+        }
     }
 
     QToolBar *m_bar;

@@ -3,6 +3,7 @@
 #include "app/shared_state.h"
 #include "browse/folder_tree.h"
 #include "browse/window/picture_icon.h"
+#include "browse/window/row_item.h"
 #include "platform/window/text_fit.h"
 
 #include <QScopedValueRollback>
@@ -93,7 +94,7 @@ void QConverterMainWindow::ShowindivisualMailItemsInfo(QTreeWidgetItem *item, in
         LeftTreeWidgetItem(item);
 
     clearPreview();
-    m_pMessageList->clear();
+    emptyRows(m_pMessageList);
     AllFilePathInStrListForTree.clear();
     const QString path = item->text(PathColumn);
     const QString name = item->text(NameColumn);

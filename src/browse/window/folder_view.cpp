@@ -1,5 +1,7 @@
 #include "browse/window/folder_view.h"
 
+#include "platform/window/focus_frame.h"
+
 #include <QAbstractItemView>
 #include <QEvent>
 #include <QHelpEvent>
@@ -51,6 +53,8 @@ void FolderDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
             seen.rect.setRight(qMin(seen.rect.right(), pane.right()));
     }
     QStyledItemDelegate::paint(painter, seen, index);
+    if (option.state & QStyle::State_HasFocus)
+        drawFocusFrame(painter, seen.rect, option.palette.color(QPalette::HighlightedText));
 }
 
 bool FolderDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &,

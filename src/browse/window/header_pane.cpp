@@ -1,5 +1,6 @@
 #include "browse/window/header_pane.h"
 
+#include "platform/window/focus_frame.h"
 #include "platform/window/text_fit.h"
 
 #include <QAction>
@@ -62,6 +63,18 @@ void HeaderPane::finish()
     verticalScrollBar()->setValue(0);
 }
 
+void HeaderPane::focusInEvent(QFocusEvent *event)
+{
+    QTextBrowser::focusInEvent(event);
+    viewport()->update(); // its frame
+}
+
+void HeaderPane::focusOutEvent(QFocusEvent *event)
+{
+    QTextBrowser::focusOutEvent(event);
+    viewport()->update();
+}
+
 bool HeaderPane::viewportEvent(QEvent *event)
 {
     if (event->type() != QEvent::ToolTip)
@@ -82,10 +95,15 @@ void HeaderPane::copyAll() const
 void HeaderPane::paintEvent(QPaintEvent *event)
 {
     QTextBrowser::paintEvent(event);
+    if (hasFocus()) {
+        QPainter painter(viewport());
+        drawFocusFrame(&painter, viewport()->rect(), palette().color(QPalette::Highlight));
+    }
     if (verticalScrollBar()->value() >= verticalScrollBar()->maximum())
         return;
     const QRect place = viewport()->rect();
-    const int left = isRightToLeft() ? place.left() + 4 : place.right() - markWidth - 4;
+    const bool leansRight = document()->begin().textDirection() == Qt::RightToLeft; // by what it says
+    const int left = leansRight ? place.left() + 4 : place.right() - markWidth - 4;
     const int top = place.bottom() - markWidth / 2 - 3;
     QPainter painter(viewport());
     painter.setRenderHint(QPainter::Antialiasing);

@@ -1,5 +1,6 @@
 #include "browse/window/mail_view.h"
 
+#include "platform/window/focus_frame.h"
 #include "platform/window/open_url.h"
 
 #include <QAction>
@@ -140,6 +141,26 @@ MailView::MailView(QWidget *parent) : QWebView(parent)
         if (mayOpen(url))
             openUrl(url);
     });
+}
+
+void MailView::focusInEvent(QFocusEvent *event)
+{
+    QWebView::focusInEvent(event);
+    update(); // its frame
+}
+
+void MailView::focusOutEvent(QFocusEvent *event)
+{
+    QWebView::focusOutEvent(event);
+    update();
+}
+
+void MailView::paintEvent(QPaintEvent *event)
+{
+    QWebView::paintEvent(event);
+    QPainter painter(this);
+    if (hasFocus())
+        drawFocusFrame(&painter, rect(), palette().color(QPalette::Highlight));
 }
 
 void MailView::addPageAction(const QString &text, int action)

@@ -12,6 +12,11 @@ class MailView : public QWebView
 public:
     explicit MailView(QWidget *parent = nullptr);
 
+protected:
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
 private:
     void addPageAction(const QString &text, int action);
 };

@@ -25,10 +25,13 @@ constexpr size_t rowsAtOnce = 2000;
 
 void QConverterMainWindow::beginList()
 {
+    const bool inTree = focusWidget() == m_pFolderTree;
     m_pFolderTree->setEnabled(false);
+    if (inTree && focusWidget())
+        focusWidget()->clearFocus(); // the tree gets it back; a key pressed meanwhile must not act on the list
     m_pMyOpenButton->setEnabled(false);
     m_pMySaveButton->setEnabled(false);
-    m_pMessageList->clear();
+    emptyRows(m_pMessageList);
     // Rows go in as they come, and stay so until the user sorts them; OnStatusBarValue lets it be done.
     m_pMessageList->setSortingEnabled(false);
     m_pMessageList->header()->setSortIndicator(-1, Qt::AscendingOrder);

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <atomic>
 #include <deque>
-#include <iterator>
 #include <mutex>
+#include <vector>
 
 /// Rows on their way from the thread that reads them to the list, which takes them in pieces. Both sides may call
 /// at any time.
@@ -16,20 +16,31 @@ public:
     void add(MessageRow row)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_rows.push_back(std::move(row));
+        if (m_parts.empty())
+            m_parts.emplace_back();
+        m_parts.back().push_back(std::move(row));
     }
+    /// Takes any number of rows without holding the other side up.
     void add(std::vector<MessageRow> rows)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        std::move(rows.begin(), rows.end(), std::back_inserter(m_rows));
+        m_parts.push_back(std::move(rows));
     }
     /// The oldest rows, at most `most` of them.
     std::vector<MessageRow> take(size_t most)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        const auto end = m_rows.begin() + static_cast<std::ptrdiff_t>(std::min(most, m_rows.size()));
-        std::vector<MessageRow> rows(std::make_move_iterator(m_rows.begin()), std::make_move_iterator(end));
-        m_rows.erase(m_rows.begin(), end);
+        std::vector<MessageRow> rows;
+        while (!m_parts.empty() && rows.size() < most) {
+            std::vector<MessageRow> &part = m_parts.front();
+            const size_t end = std::min(part.size(), m_taken + most - rows.size());
+            for (; m_taken < end; ++m_taken)
+                rows.push_back(std::move(part[m_taken]));
+            if (m_taken < part.size())
+                break;
+            m_parts.pop_front();
+            m_taken = 0;
+        }
         return rows;
     }
     /// No more rows are wanted: the reader ends when it sees it.
@@ -38,6 +49,7 @@ public:
 
 private:
     std::mutex m_mutex;
-    std::deque<MessageRow> m_rows;
+    std::deque<std::vector<MessageRow>> m_parts;
+    size_t m_taken = 0; ///< rows of the first part that have gone
     std::atomic<bool> m_closed{false};
 };

@@ -1,18 +1,22 @@
 #include "browse/window/row_item.h"
 
 #include "browse/window/picture_icon.h"
+#include "platform/window/focus_frame.h"
 #include "platform/window/text_fit.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QTextDocument>
+#include <QTimer>
 #include <QToolTip>
 #include <QTreeWidget>
 
 namespace
 {
 constexpr int rowSide = 32; ///< pixels
+constexpr int deleteMilliseconds = 10;
 constexpr int textColumn = 1;
 constexpr int pathColumn = 2;
 
@@ -32,10 +36,13 @@ void drawLines(QPainter *painter, const QRect &place, QString text, const QStyle
     const int half = place.height() / 2;
     const int flags =
         static_cast<int>(QStyle::visualAlignment(option.direction, Qt::AlignLeft | Qt::AlignVCenter)) |
-        Qt::TextSingleLine | Qt::TextDontClip;
-    for (int line = 0; line < 2; ++line)
+        Qt::AlignAbsolute | Qt::TextSingleLine | Qt::TextDontClip;
+    for (int line = 0; line < 2; ++line) {
+        // Each in its own direction, or what marks its cut would stand at its beginning.
+        painter->setLayoutDirection(lines[line].isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
         painter->drawText(QRect(place.left(), place.top() + line * half, place.width(), half), flags,
                           option.fontMetrics.elidedText(lines[line], Qt::ElideRight, place.width()));
+    }
 }
 } // namespace
 
@@ -66,6 +73,22 @@ bool RowItem::operator<(const QTreeWidgetItem &other) const
     return textOf(column) < static_cast<const RowItem &>(other).textOf(column);
 }
 
+void deleteInPieces(QList<QTreeWidgetItem *> rows)
+{
+    QElapsedTimer time;
+    time.start();
+    while (!rows.isEmpty() && time.elapsed() < deleteMilliseconds)
+        delete rows.takeLast();
+    if (!rows.isEmpty())
+        QTimer::singleShot(0, [rest = std::move(rows)]() mutable { deleteInPieces(std::move(rest)); });
+}
+
+void emptyRows(QTreeWidget *list)
+{
+    deleteInPieces(list->invisibleRootItem()->takeChildren());
+    list->clear();
+}
+
 // A row has room for two lines: the line feed that a sender may still have is not shown.
 QString RowDelegate::displayText(const QVariant &value, const QLocale &locale) const
 {
@@ -77,8 +100,10 @@ QString RowDelegate::displayText(const QVariant &value, const QLocale &locale) c
 void RowDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
-    if (index.column() == pathColumn)
-        option->textElideMode = Qt::ElideLeft;
+    if (index.column() != pathColumn)
+        return;
+    option->textElideMode = Qt::ElideLeft;
+    option->direction = Qt::LeftToRight; // a path always has it
 }
 
 void RowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -103,6 +128,8 @@ void RowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     painter->setPen(row.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
     drawLines(painter, place, text, row);
     painter->restore();
+    if (row.state & QStyle::State_HasFocus)
+        drawFocusFrame(painter, option.rect, row.palette.color(QPalette::HighlightedText));
 }
 
 bool RowDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &,

@@ -2,6 +2,7 @@
 
 #include "browse/message_rows.h"
 
+#include <QList>
 #include <QStyledItemDelegate>
 #include <QTreeWidgetItem>
 
@@ -20,6 +21,12 @@ public:
 private:
     MessageRow m_row;
 };
+
+/// Deletes rows that are in no list. Hundreds of thousands take longer than a window may be silent: it answers
+/// meanwhile.
+void deleteInPieces(QList<QTreeWidgetItem *> rows);
+/// Empties the list at once; its rows are deleted in pieces.
+void emptyRows(QTreeWidget *list);
 
 /// Paints sender and subject in a half of the row each, whatever the script: letters that another font stands in for
 /// would else move the subject out of the row. Paths lose their beginning where there is no room.

@@ -4,6 +4,7 @@
 #include "app/window/my_button.h"
 #include "app/window/window_state.h"
 #include "browse/window/mail_view.h"
+#include "browse/window/row_item.h"
 #include "dialogs/progress_info_dialog.h"
 #include "save/window/save_as_dialog.h"
 #include "scan/message_saving_thread.h"
@@ -79,7 +80,7 @@ void QConverterMainWindow::discardView()
         m_pSaveAs->hide();
     m_folderItems.clear();
     m_pFolderTree->clear();
-    m_pMessageList->clear();
+    emptyRows(m_pMessageList);
     discardScanResult();
     clearPreview();
     m_pFolderNameLabel->clear();
