@@ -27,6 +27,36 @@ LeftOutReason reasonOf(const ByteSource &source)
 {
     return source.errorNumber() == ENOENT ? LeftOutReason::Vanished : LeftOutReason::Unreadable;
 }
+// Why messages of a mailbox are left out; where the copy is whole they are those that the scan saw.
+LeftOutReason reasonOf(ExactEnd end)
+{
+    switch (end) {
+    case ExactEnd::Unwritable:
+        return LeftOutReason::Unwritable;
+    case ExactEnd::Stopped:
+        return LeftOutReason::Stopped;
+    case ExactEnd::Whole:
+    case ExactEnd::NoMailbox:
+        return LeftOutReason::Vanished;
+    case ExactEnd::Unreadable:
+        break;
+    }
+    return LeftOutReason::Unreadable;
+}
+
+// A file that can't be copied as a mailbox any more.
+void tellPassedOver(const QString &path, ExactEnd end, const ByteSource &source)
+{
+    LeftOutItem item{path, 0, std::nullopt,
+                     end == ExactEnd::NoMailbox ? LeftOutReason::Vanished : reasonOf(source),
+                     source.errorString()};
+    if (const auto known = static_cast<qint64>(messagesOfPath(path).size()); known > 0)
+        item.messages = known;
+    saveLedger.addFound(item.messages.value_or(0));
+    saveLedger.addLeftOut(item);
+    reportUnread(Problem::tr("passed over, it can't be read as a mailbox any more: ") +
+                 (source.errorString().isEmpty() ? path : source.errorString()));
+}
 } // namespace
 
 ExactSaving::ExactSaving(SaveMode mode, std::function<bool()> goOn)
@@ -70,22 +100,10 @@ void ExactSaving::closeMailbox()
 
 void ExactSaving::saveMailbox(const MailItemNode &mailbox, const std::function<void(int)> &progress)
 {
-    const QString &path = mailbox.path;
-    ByteSource source = ByteSource::ofFile(path);
+    ByteSource source = ByteSource::ofFile(mailbox.path);
     const ExactMailboxCopy probe = probeMailbox(&source);
-    LeftOutItem item;
-    item.path = path;
-    item.text = source.errorString();
-    if (probe.end != ExactEnd::Whole) {
-        item.reason = probe.end == ExactEnd::NoMailbox ? LeftOutReason::Vanished : reasonOf(source);
-        if (const auto known = static_cast<qint64>(messagesOfPath(path).size()); known > 0)
-            item.messages = known;
-        saveLedger.addFound(item.messages.value_or(0));
-        saveLedger.addLeftOut(item);
-        reportUnread(Problem::tr("passed over, it can't be read as a mailbox any more: ") +
-                     (source.errorString().isEmpty() ? path : source.errorString()));
-        return;
-    }
+    if (probe.end != ExactEnd::Whole)
+        return tellPassedOver(mailbox.path, probe.end, source);
     if (probe.found == 0)
         return; // a file of one line
     openTarget();
@@ -93,27 +111,33 @@ void ExactSaving::saveMailbox(const MailItemNode &mailbox, const std::function<v
         progress(static_cast<int>(done * 100 / source.size()));
         return m_goOn();
     });
-    std::optional<qint64> all = static_cast<qint64>(messagesOfPath(path).size());
+    tellMailbox(mailbox, copy, source);
+}
+
+void ExactSaving::tellMailbox(const MailItemNode &mailbox, const ExactMailboxCopy &copy,
+                              const ByteSource &source)
+{
+    std::optional<qint64> all = static_cast<qint64>(messagesOfPath(mailbox.path).size());
     if (copy.end == ExactEnd::Stopped)
-        all = MessageCounter()(path);
-    const qint64 unseen = qMax<qint64>(0, all.value_or(0) - copy.found);
+        all = MessageCounter()(mailbox.path);
+    // A copy to the end of the file that the scan saw has met all; the scan counts a separator behind a byte order mark
+    // for itself, which stands within a message here.
+    const bool metAll = copy.end == ExactEnd::Whole && source.size() >= mailbox.size;
+    const qint64 unseen = metAll ? 0 : qMax<qint64>(0, all.value_or(0) - copy.found);
     saveLedger.addFound(copy.found + unseen);
     if (copy.written > 0 || copy.strays > 0)
         saveLedger.addTarget(m_place.file);
     saveLedger.addWritten(copy.written);
-    saveLedger.addStrays(copy.strays, {path, 0});
-    if (copy.end == ExactEnd::Whole && unseen == 0)
-        tellShrunk(mailbox, source);
+    saveLedger.addStrays(copy.strays, {mailbox.path, 0});
     if (copy.end != ExactEnd::Whole || unseen > 0) {
-        item.offset = copy.cutOffset;
+        const bool unwritable = copy.end == ExactEnd::Unwritable;
+        LeftOutItem item{mailbox.path, copy.cutOffset, std::nullopt, reasonOf(copy.end),
+                         unwritable ? m_target.errorString() : source.errorString()};
         if (all || copy.found > copy.written)
             item.messages = copy.found + unseen - copy.written;
-        item.text = copy.end == ExactEnd::Unwritable ? m_target.errorString() : source.errorString();
-        item.reason = copy.end == ExactEnd::Unwritable ? LeftOutReason::Unwritable
-                      : copy.end == ExactEnd::Stopped  ? LeftOutReason::Stopped
-                      : copy.end == ExactEnd::Whole    ? LeftOutReason::Vanished
-                                                       : LeftOutReason::Unreadable;
         saveLedger.addLeftOut(item);
+    } else {
+        tellShrunk(mailbox, source);
     }
     reportUnread(source.errorString());
 }

@@ -30,6 +30,7 @@ public:
 
 private:
     bool openTarget();
+    void tellMailbox(const MailItemNode &mailbox, const ExactMailboxCopy &copy, const ByteSource &source);
     void tellMessage(const ExactMessageCopy &copy, const MessagePlace &place, const ByteSource &source);
 
     SaveMode m_mode;

@@ -1,5 +1,6 @@
 #include "app/olm_records.h"
 #include "browse/folder_tree.h"
+#include "browse/olm_preview.h"
 #include "browse/preview.h"
 #include "data_table.h"
 #include "olm_files.h"

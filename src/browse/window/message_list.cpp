@@ -28,7 +28,8 @@ void QConverterMainWindow::beginList()
     const bool inTree = focusWidget() == m_pFolderTree;
     m_pFolderTree->setEnabled(false);
     if (inTree && focusWidget())
-        focusWidget()->clearFocus(); // the tree gets it back; a key pressed meanwhile must not act on the list
+        focusWidget()
+            ->clearFocus(); // the tree gets it back; a key pressed meanwhile must not act on the list
     m_pMyOpenButton->setEnabled(false);
     m_pMySaveButton->setEnabled(false);
     emptyRows(m_pMessageList);
