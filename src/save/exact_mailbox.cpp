@@ -2,6 +2,7 @@
 
 #include "save/exact_text.h"
 #include "text/byte_search.h"
+#include "text/line_bytes.h"
 #include "text/mbox_separator.h"
 
 #include <algorithm>
@@ -11,16 +12,10 @@
 
 namespace
 {
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view separatorStart = "From ";
 constexpr std::string_view separatorBehindFeed = "\nFrom ";
 constexpr size_t probeBytes = 64 * 1024;
 constexpr size_t pieceBytes = 4 * 1024 * 1024;
-
-bool startsWith(std::string_view text, std::string_view start)
-{
-    return text.substr(0, start.size()) == start;
-}
 
 /// A stretch of a mailbox, whole lines where they are no longer than that. Empty at the end, and where reading failed.
 struct Piece {
@@ -204,9 +199,7 @@ ExactMailboxCopy probeMailbox(ByteSource *source)
     for (qint64 at = 0; at < source->size() && probe.found == 0;) {
         const qint64 got = source->read(at, block.data(), static_cast<qint64>(block.size()));
         const std::string_view bytes(block.data(), static_cast<size_t>(got));
-        if (isFirst &&
-            !startsWith(startsWith(bytes, byteOrderMark) ? bytes.substr(byteOrderMark.size()) : bytes,
-                        separatorStart))
+        if (isFirst && !startsWith(withoutMark(bytes), separatorStart))
             break;
         isFirst = false;
         const size_t feed = bytes.find('\n');

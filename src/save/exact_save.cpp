@@ -3,6 +3,7 @@
 #include "app/olm_records.h"
 #include "app/problem_log.h"
 #include "app/shared_state.h"
+#include "save/bundle.h"
 #include "save/exact_olm.h"
 #include "save/message_counter.h"
 #include "save/outlook_bundle.h"
@@ -11,10 +12,9 @@
 
 namespace
 {
-QString bundlePath()
+QString chosenBundle()
 {
-    return saveDir +
-           (bForAppleMail ? QStringLiteral("/Main Identity.mbox") : QStringLiteral("/Main Identity.rge"));
+    return bundlePath(bForAppleMail ? appleBundle : outlookBundle, saveDir);
 }
 
 // Outlook's own mail keeps Outlook's codes in either bundle.
@@ -60,7 +60,7 @@ void tellPassedOver(const QString &path, ExactEnd end, const ByteSource &source)
 } // namespace
 
 ExactSaving::ExactSaving(SaveMode mode, std::function<bool()> goOn)
-    : m_mode(mode), m_goOn(std::move(goOn)), m_targets(bundlePath()), m_target(mode)
+    : m_mode(mode), m_goOn(std::move(goOn)), m_targets(chosenBundle()), m_target(mode)
 {
 }
 
@@ -82,7 +82,7 @@ bool ExactSaving::openTarget()
     if (m_place.file.isEmpty())
         m_place = m_targets.targetOf(m_folder);
     if (!m_hasBundle && m_mode == SaveMode::Write && bForOutlookMail)
-        prepareOutlookBundle(bundlePath());
+        prepareOutlookBundle(chosenBundle());
     m_hasBundle = true;
     if (!m_target.isOpen()) {
         m_target.open(m_place.file, finderCodes());
