@@ -245,8 +245,9 @@ private slots:
             robot.window->OnOpenFile();
             robot.window->OnSavingFiles();
         });
-        timer.start(1);
         robot.clickFolder("Mail/V2");
+        AllFilePathInStrListForTree.clear();
+        timer.start(1);
         QTest::keyClick(robot.tree(), Qt::Key_Down);
         QVERIFY2(ticks > 0, "the window answered while the list was read");
         QCOMPARE(robot.list()->topLevelItemCount(), fileCount - 1);
