@@ -43,7 +43,7 @@ public:
             m_folder.write(contentOf(static_cast<int>(part)),
                            part < contents.size() ? contents[part] : std::string_view());
         if (m_next % messages == 0)
-            m_saving.emplace(appleMailSave);
+            m_saving.emplace(writeMail);
         const QString path = m_folder.path(nameOf(m_next++ % messages, 0));
         QFile::remove(m_folder.path(mailbox));
         if (!m_saving->save(ByteSource::ofFile(path)))

@@ -3,10 +3,11 @@
 
 #include "app/problem_log.h"
 #include "app/records.h"
-#include "save/opera_target.h"
+#include "save/mailbox_target.h"
 #include "scan/opera_message.h"
 #include "scratch_folder.h"
 #include "text/opera_accounts.h"
+#include "text/opera_location.h"
 
 #include <cstdint>
 
@@ -20,7 +21,8 @@ void check(bool holds)
 
 void checkTarget(const QString &account, const QString &location)
 {
-    const QString file = operaTarget(account, location, QStringLiteral("/bundle")).file;
+    const QString file =
+        operaToOutlook(QStringLiteral("/%1/%2").arg(account, location), {}, QStringLiteral("/bundle")).file;
     check(file.startsWith(QStringLiteral("/bundle/")) && !file.contains(QStringLiteral("/../")));
 }
 
@@ -57,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     check(message.sender.size() <= headerFieldLimit && message.subject.size() <= headerFieldLimit);
     check(message.folder == readOperaMessage(path, OperaFields::Folder).folder);
     QString location;
-    takeOperaLocation(bytes, &location);
+    takeOperaFolderBehind(bytes, &location);
     for (const QString &name : namesIn(path, bytes))
         checkTarget(name, location);
     check(takeProblems().isEmpty());

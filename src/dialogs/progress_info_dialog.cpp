@@ -29,7 +29,7 @@ void QProgressInfo::init()
     setWindowFlags(Qt::Sheet);
     m_runs.start();
     // Return and Space do nothing, a stray key would stop hours of work; this one is meant.
-    stopButton->setShortcut(Qt::ALT + Qt::Key_S);
+    stopButton->setShortcut(QKeySequence(QStringLiteral("Alt+S")));
     stopButton->setStyleSheet(QStringLiteral(
         "QPushButton{min-height: 32px;min-width: 32px; border-image: url(:/images/img_Stop.png)}"
         "QPushButton:hover { border-image: url(:/images/img_HoverStop.png)}"

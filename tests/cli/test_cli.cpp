@@ -207,7 +207,7 @@ private slots:
     void interruptedSearch_data()
     {
         const DataTable row([this](const QStringList &arguments, int search, const QByteArray &printed,
-                                   const QByteArray &mailbox) {
+                                   const QByteArray &saved) {
             const QByteArray message = "1\nX-Apple-Content-Length: 1\n\n--end\n";
             writeFiles(store(), {{"A.mbox/1.partial.emlx", message},
                                  {"A.mbox/1.2.emlxpart", "part\n"},
@@ -232,7 +232,7 @@ private slots:
             QCOMPARE(process.exitCode(), 3);
             const QByteArray result = process.readAllStandardOutput();
             QVERIFY2(result.contains(printed), result);
-            QCOMPARE(readFiles(bundle()).value("Mail/A/A.mbox", ""), mailbox);
+            QCOMPARE(readFiles(bundle()).value("Mail/A/A.mbox", ""), saved);
         });
         const QStringList save = {"convert", "--out", "out"};
         row("of a scan", {"scan"}, 1, "\"outcome\":\"stopped\"", "");

@@ -76,7 +76,7 @@ private slots:
 
     void fullDevice_data()
     {
-        const DataTable row([this](const QStringList &arguments) {
+        const DataTable row([](const QStringList &arguments) {
             QProcess process;
             process.setStandardOutputFile("/dev/full");
             process.start(qEnvironmentVariable("VELMORA_CONVERT"), arguments);

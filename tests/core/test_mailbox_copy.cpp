@@ -127,7 +127,7 @@ private slots:
         for (int round = 0; round < 30; ++round) {
             const QString path = write("From \n" + ::mixture(pieces, &seed));
             const QByteArray expected = LineByLine().copy(path);
-            for (const size_t block : {128, 129, 255, 4096, 256 * 1024})
+            for (const size_t block : {128U, 129U, 255U, 4096U, 256U * 1024})
                 QCOMPARE(copy(path, block), expected);
         }
     }
@@ -145,7 +145,7 @@ private slots:
         for (int round = 0; round < 10; ++round) {
             const QByteArray bytes = "From \n" + ::mixture(pieces, &seed);
             for (int end = 7; end < bytes.size(); end += 101)
-                for (const size_t block : {128, 4096}) {
+                for (const size_t block : {128U, 4096U}) {
                     const MailboxTally tally = copyOf(ByteSource::failing(viewOf(bytes), end), block, -1);
                     QCOMPARE(tally.found(), qint64(messagesIn(bytes.left(end))));
                 }
@@ -154,7 +154,7 @@ private slots:
         }
         const QByteArray large =
             "From \n" + ("x\n" + QByteArray(98, 'y') + "\n\nFrom a Mon b\n").repeated(300000);
-        for (const rlim_t limit : {0, 700000, 29000000}) {
+        for (const rlim_t limit : {0U, 700000U, 29000000U}) {
             const MailboxTally tally = copyOf(ByteSource::ofBytes(viewOf(large)), 256 * 1024, -1, limit);
             QCOMPARE(tally.found(), qint64(300001));
             QCOMPARE(tally.leftOut() == 300001, limit < 29000000);

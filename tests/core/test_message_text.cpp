@@ -131,7 +131,7 @@ private slots:
             const QString path = write("12\n" + mixture(pieces, &seed));
             for (const LineRule rule : {LineRule::Filtered, LineRule::Stay, LineRule::FromColonQuoted}) {
                 const QByteArray text = convertLineByLine(path, rule);
-                for (const size_t block : {1, 16, 100, 256 * 1024})
+                for (const size_t block : {1U, 16U, 100U, 256U * 1024})
                     QCOMPARE(convert(path, rule, block), text);
             }
         }

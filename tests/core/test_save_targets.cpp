@@ -26,13 +26,13 @@ private slots:
     {
         // Files below "Main Identity.rge/Mail/" and below "Main Identity.mbox/Mail/", and the folder that the
         // Apple Mail writer makes there.
-        const DataTable row([](const QString &selected, const QString &path, const QString &outlook,
-                               const QString &apple, const QString &folder) {
+        const DataTable row([](const QString &selected, const QString &path, const QString &inOutlook,
+                               const QString &inApple, const QString &folder) {
             const MailboxTarget outlookTarget = mboxToOutlook(path, selected, "/out");
-            QCOMPARE(outlookTarget.file, "/out/Main Identity.rge/Mail/" + outlook);
+            QCOMPARE(outlookTarget.file, "/out/Main Identity.rge/Mail/" + inOutlook);
             QVERIFY(outlookTarget.file.startsWith(outlookTarget.folder));
             const MailboxTarget appleTarget = mboxToAppleMail(path, selected, "/out");
-            QCOMPARE(appleTarget.file, "/out/Main Identity.mbox/Mail/" + apple);
+            QCOMPARE(appleTarget.file, "/out/Main Identity.mbox/Mail/" + inApple);
             QCOMPARE(appleTarget.folder, "/out/Main Identity.mbox/Mail/" + folder);
         });
         row("bundle", "/x/E", "/x/E/In.mbox/mbox", "/In/In.mbox", "/InIn.mbox", "/In");

@@ -197,7 +197,8 @@ void QConverterMainWindow::finishSave()
         return;
     pMailSaving->wait(); // it may still be looking at the records of further folders
     IsPreview = false;
-    const bool lost = takeUnread() | takeUnwritten();
+    const bool unread = takeUnread(); // both are taken
+    const bool lost = takeUnwritten() || unread;
     const bool isWhole = !lost && saveLedger.isComplete() && saveLedger.addsUp();
     bundlePlace.finish(isWhole);
     if (!isWhole || takeUnwritten()) {

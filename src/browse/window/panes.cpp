@@ -79,7 +79,7 @@ QTreeWidget *QConverterMainWindow::createFolderTree()
         tree->hideColumn(column);
     tree->header()->resizeSection(0, 700);
     tree->setMinimumWidth(240);
-    tree->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    tree->setFrameStyle(int{QFrame::StyledPanel} | int{QFrame::Plain});
     tree->setAccessibleName(tr("Folders"));
     tree->setItemDelegate(new FolderDelegate(tree));
     connect(tree, &FolderView::chosenByKey, this, &QConverterMainWindow::ShowindivisualMailItemsInfo);

@@ -29,7 +29,7 @@ struct RowLook {
 };
 
 // One line for the sender, one for all that follows.
-void drawLines(QPainter *painter, const QRect &place, QString text, const QStyleOptionViewItem &option)
+void drawLines(QPainter *painter, const QRect &place, const QString &text, const QStyleOptionViewItem &option)
 {
     const int end = text.indexOf(QChar::LineSeparator);
     const QString lines[] = {text.left(end), end < 0 ? QString() : text.mid(end + 1)};
