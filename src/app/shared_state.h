@@ -1,9 +1,9 @@
 #pragma once
 
-// The process-wide state of a run. A scan fills it, browsing and saving read it. Grouped by who owns what;
-// each line tells meaning, writer, reader and reset point. There is no lock: the scan thread writes the
-// maps and records while it runs, everybody else only reads them after it has ended. Flags that one thread
-// sets and another polls are atomic.
+// The process-wide state of a run. A scan fills it, browsing and saving read it. Grouped by who owns what; each line tells
+// meaning, writer, reader and reset point. It has no lock: the scan thread writes the maps and records while it runs (the
+// folder records are made of its signals), everybody else only reads them after it has ended. Flags that one thread sets
+// and another polls are atomic.
 
 #include "app/path_list.h"
 #include "app/records.h"

@@ -32,8 +32,9 @@ struct PreviewDialect {
     std::vector<SectionPattern> sections;
     bool endsAtText;      ///< an HTML text, a second plain one and an application part end it, but for names
     bool charsetAnywhere; ///< a charset counts outside the texts as well
-    Encoding
-        outerEncoding; ///< an encoding counts outside the texts: until a plain one has its own; or before all
+    /// Which Content-Transfer-Encoding outside the texts counts: each until a plain text has its own (UntilPlainText), or
+    /// those before the first text (BeforeText).
+    Encoding outerEncoding;
     bool capitalsCount;      ///< the first "Content-Transfer-Encoding: QUOTED-PRINTABLE" counts in any case
     bool keepsFirstEncoding; ///< a later HTML text does not change the message's encoding
     std::string_view htmlEncoding;  ///< second spelling of the encoding's header in an HTML text, "" if none

@@ -12,6 +12,7 @@ class JsonWriter
 public:
     /// Writes to a stream, which stays open.
     explicit JsonWriter(std::FILE *stream);
+    /// Ends the document with a line feed and flushes the stream.
     ~JsonWriter();
     JsonWriter(const JsonWriter &) = delete;
     JsonWriter &operator=(const JsonWriter &) = delete;
@@ -22,8 +23,10 @@ public:
     void endArray() { close(']'); }
     /// The name of the member that comes next in an object.
     JsonWriter &key(const char *name);
+    /// The value of the key before, or an item of an array.
     void value(const QString &text);
     void value(qint64 number);
+    /// The value null, likewise.
     void null();
 
 private:

@@ -21,6 +21,7 @@ struct SentFolder {
     QString tree; ///< raw names from the top down to this folder, joined by "/"
 };
 
+/// What a scan came to.
 struct ScanResult {
     Outcome outcome = Outcome::Nothing;
     std::vector<SentFolder> folders; ///< in the order in which they were sent
@@ -40,6 +41,7 @@ public:
     ~ProgressLine();
     ProgressLine(const ProgressLine &) = delete;
     ProgressLine &operator=(const ProgressLine &) = delete;
+    /// How much of the whole task is done; writes only where the whole number is another.
     void show(double percent);
 
 private:

@@ -19,8 +19,9 @@ public:
     explicit QImportWindow(QWidget *parent);
     ~QImportWindow() override;
 
-    /// Fill the link labels from the settings property list; a link without a text is hidden.
+    /// Fills the link label for Apple Mail from the settings property list; a link without a text is hidden.
     void HTImport();
+    /// The same for Outlook.
     void HTImport1();
 
     /// Shows the window with this text, as yet without numbers. `problems` is what could not be read or written. It

@@ -15,6 +15,7 @@ public:
     explicit PreferencesDialog(QWidget *parent = nullptr);
 
 public slots:
+    /// Stores the settings and closes.
     void OnOK();
     void OnCancelButton();
     /// Opens the page that tells of updates ("UpdateLink" of the settings property list), or says that none is set.

@@ -14,6 +14,7 @@ class QProgressInfo : public QDialog, private Ui_ProgressDialog
 public:
     explicit QProgressInfo(QWidget *parent);
 
+    /// What runs, "Saving Database File ...".
     void setTask(const QString &text);
     /// The worker gave up: shows why, and that Stop ends the dialog. Grows as the text needs.
     void showEndedEarly(const QString &reason);

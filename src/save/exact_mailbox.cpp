@@ -27,7 +27,8 @@ struct Piece {
     bool isPlain = false; ///< goes into the target as it stands
 };
 
-// Cuts a mailbox into pieces. A message that does not end in the piece where it begins stands at that piece's start.
+// Cuts a mailbox into pieces. A piece ends before the last message that begins in its block, so that the next one begins
+// with it; only a message longer than a block goes on in the pieces behind.
 class PieceReader
 {
 public:

@@ -20,6 +20,7 @@ public:
     {
     }
 
+    /// The next bytes of the message.
     void take(std::string_view bytes);
     /// The end of the message: a line feed where its last line has none, also where it has no byte.
     void end();

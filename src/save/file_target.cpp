@@ -37,7 +37,8 @@ MailboxTarget targetAt(const QString &base, const QString &place, const QString 
     return {folder, folder + nameOf(stem) + mboxSuffix};
 }
 
-// Where the places start, and what goes before that of a mailbox below the store.
+// `folder`: what a target is appended to. `mail`: what stands before the place of a mailbox below the store: "/Mail",
+// "/Mail/" or "".
 struct Base {
     QString folder;
     QString mail;

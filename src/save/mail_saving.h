@@ -30,14 +30,20 @@ public:
     void SetInitialSettings();
 
     // Readers; Writer tells which one serves a store and a bundle.
+    /// Mbox clients: Thunderbird and its like.
     void PostBoxFileSearch();
+    /// Apple Mail (.emlx).
     void FileSearch() { saveFiles(); }
+    /// MailMate.
     void FileSearchForEmlOutlook() { saveFiles(); }
     void FileSearchForEmlAppleMail() { saveFiles(); }
+    /// Outspring Mail.
     void FileSearchForEmlandfEmlOutlook() { saveFiles(); }
     void FileSearchForEmlandfEmlAppleMail() { saveFiles(); }
+    /// Opera Mail.
     void FileSearchForMbsOutlook() { saveFiles(); }
     void FileSearchForMbsAppleMail() { saveFiles(); }
+    /// Outlook (.olm).
     void OnMailSaving();
 
 signals:

@@ -102,7 +102,7 @@ size_t MailboxCopy::segmentLength() const
 }
 
 // Room in the target for what so many bytes can become: a line that gets a ">" has at least six bytes, a chunk's line
-// feed stands behind many lines, and a vector is stored whole.
+// feed stands behind many lines, and the copy stores 16 bytes at a time, so needs 16 behind its end.
 void MailboxCopy::reserve(size_t bytes)
 {
     m_roomBytes = bytes + bytes / 4 + 64;
@@ -198,7 +198,7 @@ size_t MailboxCopy::copyOddByte(std::string_view segment, size_t at)
     return at + taken;
 }
 
-// The rest of a line up to its end, which stays to be copied, as the toolkit reads it.
+// Copies a line's rest that holds malformed UTF-8 as the toolkit decodes it. The line end is left to copyRun.
 size_t MailboxCopy::copyBadLine(std::string_view segment, size_t at)
 {
     const size_t end = std::min(segment.find('\n', at), segment.size());

@@ -38,8 +38,9 @@ public:
     void append(char byte) { append(std::string_view(&byte, 1)); }
     /// The same for bytes that stand in a source at a position: the system copies them from file to file where it can.
     void appendFrom(const ByteSource &source, qint64 position, std::string_view bytes);
-    /// A place for that many bytes behind those in the file; they count once `take` tells how many were put there.
+    /// A place for that many bytes behind those in the file; they count once `take` tells how many there are.
     char *room(size_t bytes);
+    /// So many bytes were put into the room given last.
     void take(size_t bytes);
     /// Bytes in the file, those still to be written included.
     qint64 size() const { return m_size; }

@@ -18,6 +18,7 @@ using TargetRule = MailboxTarget (*)(const QString &source, const QString &selec
 
 /// Opera Mail, "/account/folder": "/Work/INBOX" goes to "Mail/Work/INBOX/INBOX.mbox".
 MailboxTarget operaToOutlook(const QString &source, const QString &selected, const QString &saveFolder);
+/// The same in the Apple Mail bundle.
 MailboxTarget operaToAppleMail(const QString &source, const QString &selected, const QString &saveFolder);
 /// The folder path of an .olm record: "Inbox/Work" goes to "Mail/Inbox/Work/Work.mbox". A message outside all folders
 /// ("") goes to "Mail/Folder1/Folder1.mbox".

@@ -14,6 +14,7 @@
 class OlmComposer
 {
 public:
+    /// Gets a message, piece by piece.
     using Write = std::function<void(std::string_view bytes)>;
 
     /// `archive`: where bodies and attachments are read, kept by the caller.

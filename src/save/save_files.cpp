@@ -60,7 +60,7 @@ bool QMailSaving::saveFolder(const FolderAttribNode &folder, FileSaving *saving,
         goesOn = saving->save(next());
     }
     saving->closeMailbox();
-    // Every folder behind the last file says so again.
+    // The end signals come once for the last file's folder and once for each folder behind it.
     if (goesOn && m_done == ulCount)
         emitFinished();
     return goesOn;

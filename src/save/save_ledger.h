@@ -113,6 +113,7 @@ public:
     void addFound(qint64 messages = 1);
     /// Messages that stand whole in a target.
     void addWritten(qint64 messages = 1);
+    /// Messages that stand in a target without a separator of their own; `first`: where the first of them lies.
     void addJoined(qint64 messages = 1, const MessagePlace &first = {});
     /// Of the messages found, item.messages were left out. Items of one file that come together and have the same
     /// reason become one.
@@ -145,9 +146,12 @@ public:
     const std::vector<TargetCount> &targets() const { return m_targets; }
     /// True if every message was written or joined, but for what a stop, or a rule of the store, leaves out.
     bool isComplete() const;
+    /// Lines told by addStrays, and where the first one's message lies.
     qint64 strays() const { return m_strays; }
     const MessagePlace &firstStray() const { return m_firstStray; }
+    /// Where the first joined message lies.
     const MessagePlace &firstJoined() const { return m_firstJoined; }
+    /// Bytes told by addBytes, all targets together.
     qint64 bytes() const { return m_bytes; }
     /// found = written + joined + left out, in every folder and in total.
     bool addsUp() const;

@@ -15,7 +15,7 @@ constexpr bool writersDiffer()
 }
 static_assert(writersDiffer(), "a store and a bundle have one writer, and each writer its own target rule");
 
-// Only in mailboxes and archives is the separator part of the mail.
+// A mailbox brings its separators along, OlmComposer writes those of an archive.
 constexpr bool messageFilesHaveSeparators()
 {
     for (const Writer *writer : writers)

@@ -10,10 +10,10 @@
 struct Writer {
     std::atomic<bool> *store; ///< store kind flag
     const Bundle *bundle;
-    void (QMailSaving::*reader)();
+    void (QMailSaving::*reader)(); ///< goes through the ticked folders
     TargetRule target;
     const FinderCodes *codes;        ///< of a mailbox
-    const char *separator = nullptr; ///< before each message, no line feed; null: the mail has its own
+    const char *separator = nullptr; ///< before each message, no line feed; null for a mailbox and .olm
     LineRule lines = LineRule::Stay; ///< what happens to the lines of a message file
 };
 

@@ -20,7 +20,8 @@ namespace
 {
 constexpr int olmClient = 5;
 // In the order of MailKind; the client of a mailbox stands in the mark.
-constexpr int clientOfKind[mailKinds] = {1, 2, 8, 9, 10, 0};
+constexpr int clientOfKind[] = {1, 2, 8, 9, 10, 0};
+static_assert(std::size(clientOfKind) == mailKinds);
 
 struct Tally {
     qint64 files = 0;
@@ -97,7 +98,7 @@ private:
     bool takeFile(const Place &place, const QByteArray &name, KindTallies *own);
     Rest takeFiles(const Place &place, const FolderNames &names);
     Rest passUp(const Place &place, const Rest &rest);
-    void settle(const std::vector<Claim> &claims);
+    void addClaims(const std::vector<Claim> &claims);
     bool beginsWith(const QByteArray &path, const char *bytes);
     void addStore(int client, const QByteArray &root, const Tally &tally);
     void fail(const QByteArray &path, const QString &reason);
@@ -188,7 +189,7 @@ bool StoreWalk::takeFile(const Place &place, const QByteArray &name, KindTallies
     return true;
 }
 
-// What the files of a folder claim; in a store that is sure, they can't belong to another one.
+// What a folder's own files claim; below a certain mark nothing is claimed.
 Rest StoreWalk::takeFiles(const Place &place, const FolderNames &names)
 {
     KindTallies own;
@@ -213,7 +214,7 @@ Rest StoreWalk::takeFiles(const Place &place, const FolderNames &names)
 }
 
 // The claims of each kind as one: of a mailbox, or of a folder with several.
-std::vector<Claim> joined(const std::vector<Claim> &claims, const QByteArray &folder, bool isMailbox)
+std::vector<Claim> merged(const std::vector<Claim> &claims, const QByteArray &folder, bool isMailbox)
 {
     std::vector<Claim> result;
     for (const Claim &claim : claims) {
@@ -239,12 +240,12 @@ Rest StoreWalk::passUp(const Place &place, const Rest &rest)
         return claim.kind == rest.claims.front().kind;
     });
     if (isMailbox || (oneKind && !rest.other && place.region < 0))
-        return {joined(rest.claims, place.path, isMailbox), false};
-    settle(rest.claims);
+        return {merged(rest.claims, place.path, isMailbox), false};
+    addClaims(rest.claims);
     return {{}, true};
 }
 
-// Gives what is not told by a mark.
+// Looks at a folder and all below; gives the claims that the folder above decides on.
 Rest StoreWalk::enter(Place place)
 {
     if (m_stopped && m_stopped())
@@ -270,7 +271,7 @@ void StoreWalk::lookAt(const QString &path)
     const QByteArray bytes = QFile::encodeName(path);
     const QFileInfo info(path);
     if (info.isDir())
-        settle(enter({bytes, -1}).claims);
+        addClaims(enter({bytes, -1}).claims);
     else if (info.isFile() && path.endsWith(QLatin1String(".olm")) && beginsWith(bytes, "PK"))
         addStore(olmClient, bytes, {1, info.size()});
     else
@@ -304,7 +305,7 @@ FoundStores StoreWalk::takeFound()
     return std::move(m_found);
 }
 
-void StoreWalk::settle(const std::vector<Claim> &claims)
+void StoreWalk::addClaims(const std::vector<Claim> &claims)
 {
     for (const Claim &claim : claims)
         addStore(clientOfKind[static_cast<size_t>(claim.kind)], claim.root, claim.tally);

@@ -13,6 +13,7 @@ struct FoundStore {
     qint64 bytes = 0; ///< of those files together
 };
 
+/// What a search for stores has found.
 struct FoundStores {
     std::vector<FoundStore> stores; ///< in the order of their paths, each once
     QStringList problems;           ///< sentences: what could not be looked into, with the path

@@ -37,12 +37,12 @@ public:
     bool m_forExactCopies = false;
 
     // Readers; StoreScan tells which kind of store has which.
-    void PostBoxFileSearch();
-    void FileSearch();
-    void CreateFile();
-    void FileSearchForEml();
-    void FileSearchForEmlandfEml();
-    void FileSearchForMbs();
+    void PostBoxFileSearch();       ///< mbox clients: Thunderbird and its like
+    void FileSearch();              ///< Apple Mail (.emlx)
+    void CreateFile();              ///< Outlook (.olm)
+    void FileSearchForEml();        ///< MailMate
+    void FileSearchForEmlandfEml(); ///< Outspring Mail
+    void FileSearchForMbs();        ///< Opera Mail
 
 signals:
     void OnShowProgressDlg();                        ///< a reader begins

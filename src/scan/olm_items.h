@@ -35,6 +35,7 @@ struct OlmPendingAttachments {
 
     /// Tells of an attachment that was come to: its entry, offset and size in bytes.
     void add(const QString &name, qint64 offset, qint64 size);
+    /// Forgets all of them.
     void clear();
     /// True if these are just the attachments of the lists: same URLs, and as many items in every list.
     bool belongTo(const OlmAttachmentLists &lists) const;

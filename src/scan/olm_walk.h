@@ -26,6 +26,7 @@ struct OlmWalkEvents {
     std::function<bool(qint64 position)> goOn;
     /// An attachment: its entry's name, and where its bytes stand.
     std::function<void(const QString &name, qint64 offset, qint64 size)> attachment;
+    /// An entry or element that may hold messages; its XML is only there during the call.
     std::function<void(const OlmText &text)> messages;
     /// Any entry that is no message, one without bytes too, but not a compressed one. May be empty.
     std::function<void(const QString &name, qint64 offset, qint64 size)> entry;

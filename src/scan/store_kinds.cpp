@@ -41,6 +41,23 @@ constexpr bool storesDiffer()
 }
 static_assert(storesDiffer(), "a flag, a reader and a list of found files belong to one kind of store");
 
+constexpr bool isListed(const StoreScan *wanted)
+{
+    for (const StoreScan *store : stores)
+        if (store == wanted)
+            return true;
+    return wanted == nullptr;
+}
+
+constexpr bool storesAreListed()
+{
+    for (const StoreKind &kind : storeKinds)
+        if (!isListed(kind.store))
+            return false;
+    return true;
+}
+static_assert(storesAreListed(), "what is held true of stores is held true of each client's");
+
 constexpr bool storesAreWhole()
 {
     for (const StoreKind &kind : storeKinds)

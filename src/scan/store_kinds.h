@@ -13,16 +13,17 @@ enum class StoreTest { None, NeedsMailbox, RefusesMailbox };
 
 /// One kind of store and how it is scanned. What is not set belongs to a store that is not searched for files.
 struct StoreScan {
+    /// Where a message file belongs; `selected`: the folder chosen.
     using TreeRule = FilePlace (*)(const QString &path, const QString &selected);
 
-    std::atomic<bool> *kindFlag; ///< store kind flag that a scan sets
-    void (QMessageSavingThread::*reader)();
-    const char *pattern = nullptr;     ///< names of message files
-    const char *listFile = nullptr;    ///< where the search gathers them
-    QStringList *found = nullptr;      ///< the shared list of them
-    const char *partPattern = nullptr; ///< names of files with parts of messages
-    StoreTest test = StoreTest::None;  ///< made for each file; one that fails ends the scan
-    TreeRule tree = nullptr;           ///< null: each message names its folder
+    std::atomic<bool> *kindFlag;            ///< store kind flag that a scan sets
+    void (QMessageSavingThread::*reader)(); ///< goes through such a store
+    const char *pattern = nullptr;          ///< names of message files
+    const char *listFile = nullptr;         ///< where the search gathers them
+    QStringList *found = nullptr;           ///< the shared list of them
+    const char *partPattern = nullptr;      ///< names of files with parts of messages
+    StoreTest test = StoreTest::None;       ///< made for each file; one that fails ends the scan
+    TreeRule tree = nullptr;                ///< null: each message names its folder
 };
 
 // clang-format off
@@ -53,17 +54,17 @@ struct StoreKind {
 // clang-format off
 /// All clients in order of their index.
 inline constexpr StoreKind storeKinds[] = {
-    { 0, "",            "Select Mail Client",             nullptr,                                       nullptr,         Targets::None},
-    { 1, "apple-mbox",  "Apple Mail (.mbox)",             nullptr,                                       &mboxStore,      Targets::Outlook},
-    { 2, "apple-emlx",  "Apple Mail (.emlx)",             "/Library/Mail",                               &emlxStore,      Targets::Outlook},
-    { 3, "thunderbird", "Thunderbird (.mbox)",            "/Library/Thunderbird",                        &mboxStore,      Targets::Both},
-    { 4, "postbox",     "Postbox (.mbox)",                "/Library/Application Support/Postbox",        &mboxStore,      Targets::Both},
-    { 5, "olm",         "Outlook 2011 Backup File (.olm)", nullptr,                                      &olmStore,       Targets::AppleMail},
-    { 6, "eudora",      "Eudora (.mbox)",                 "/Library/Thunderbird",                        &mboxStore,      Targets::Both},
-    { 7, "seamonkey",   "SeaMonkey (.mbox)",              "/Library/Application Support/SeaMonkey",      &mboxStore,      Targets::Both},
-    { 8, "mailmate",    "MailMate (.eml)",                "/Library/Application Support/MailMate",       &mailMateStore,       Targets::Both},
-    { 9, "outspring",   "Outspring Mail (.eml, .f.eml)",  "/Library/Application Support/Outspring Mail", &outspringStore, Targets::Both},
-    {10, "opera",       "Opera Mail (.mbs)",              "/Library/Application Support/Opera Mail",     &operaStore,       Targets::Both},
+    { 0, "",            "Select Mail Client",              nullptr,                                       nullptr,         Targets::None},
+    { 1, "apple-mbox",  "Apple Mail (.mbox)",              nullptr,                                       &mboxStore,      Targets::Outlook},
+    { 2, "apple-emlx",  "Apple Mail (.emlx)",              "/Library/Mail",                               &emlxStore,      Targets::Outlook},
+    { 3, "thunderbird", "Thunderbird (.mbox)",             "/Library/Thunderbird",                        &mboxStore,      Targets::Both},
+    { 4, "postbox",     "Postbox (.mbox)",                 "/Library/Application Support/Postbox",        &mboxStore,      Targets::Both},
+    { 5, "olm",         "Outlook 2011 Backup File (.olm)", nullptr,                                       &olmStore,       Targets::AppleMail},
+    { 6, "eudora",      "Eudora (.mbox)",                  "/Library/Thunderbird",                        &mboxStore,      Targets::Both},
+    { 7, "seamonkey",   "SeaMonkey (.mbox)",               "/Library/Application Support/SeaMonkey",      &mboxStore,      Targets::Both},
+    { 8, "mailmate",    "MailMate (.eml)",                 "/Library/Application Support/MailMate",       &mailMateStore,  Targets::Both},
+    { 9, "outspring",   "Outspring Mail (.eml, .f.eml)",   "/Library/Application Support/Outspring Mail", &outspringStore, Targets::Both},
+    {10, "opera",       "Opera Mail (.mbs)",               "/Library/Application Support/Opera Mail",     &operaStore,     Targets::Both},
 };
 // clang-format on
 

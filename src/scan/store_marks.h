@@ -5,9 +5,9 @@
 #include <optional>
 #include <vector>
 
-/// Which files a reader takes.
+/// Which files a reader takes; Mailbox stays the last.
 enum class MailKind { AppleMbox, Emlx, MailMate, Outspring, Opera, Mailbox };
-constexpr int mailKinds = 6;
+constexpr int mailKinds = static_cast<int>(MailKind::Mailbox) + 1;
 
 /// What the names in and above a folder tell: that a client keeps its store here.
 struct StoreMark {

@@ -22,8 +22,8 @@ QString textWithRoom(int characters)
     return text;
 }
 
-// Where a piece of UTF-8 that starts at `from` can end so that the next one is read as if it were no piece: behind a
-// byte of ASCII, and not before what could be taken for a byte order mark.
+// Where a piece of UTF-8 from `from` on may end so that decoding piece by piece gives what decoding all at once gives:
+// behind a byte of ASCII, and not before what could be taken for a byte order mark.
 int pieceEnd(const QByteArray &bytes, int from)
 {
     constexpr int smallest = 16 * 1024;

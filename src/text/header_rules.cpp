@@ -9,9 +9,12 @@ struct HeaderDialect {
     enum class Folds { InLine, Apart };
 
     Folds senderFolds; ///< a sender's folded lines are part of its line, or come apart and are decoded each
-    bool labelsSender; ///< a decoded sender is "From: Ann" before the label goes again
+    /// A decoded sender has "From: " before it while its first line is picked, and loses it then.
+    bool labelsSender;
     bool quotedSender; ///< `From: "=?` starts an encoded word as well
-    Tail tail;         ///< what comes of "Q?", "?=" and "=?UTF-8?Q?" behind the first word's start
+    /// How a value with more behind its first word's start is decoded. A sender: Decoded as B or Q, AsQ always as Q; a
+    /// subject, either way, in its word's encoding. None: by decodeFirstPiece.
+    Tail tail;
     bool onlyFirstSenderLine; ///< of a sender in several lines the first that is not empty counts
     bool
         wordAnywhere; ///< a subject's word may stand behind text; one at the line's end is freed of stray marks

@@ -59,7 +59,7 @@ std::string_view LineReader::takeLine(size_t length)
     char *start = m_block.get() + m_next;
     m_next += length;
     if (m_mode == Mode::Text && length > 1 && start[length - 2] == '\r') {
-        // The CR is the line's line feed until the next call.
+        // The CR is overwritten by the line feed in this view; restoreLine puts it back.
         --length;
         m_lostCr = m_next - 1;
         m_block[m_lostCr - 1] = '\n';
@@ -168,7 +168,7 @@ bool LineReader::skipToLineStart(LineStarts starts)
         m_next = static_cast<size_t>(found - m_block.get());
         if (found < end)
             return true;
-        // The byte before a line's start stays, so that the block's seam hides no line.
+        // Remember whether the block ends in a line feed: the next block may begin with a line's start.
         const bool hadFeed = m_block[m_filled - 1] == '\n';
         if (!readBlock())
             return false;

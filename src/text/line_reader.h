@@ -54,6 +54,7 @@ public:
     qint64 position() const { return m_blockStart + static_cast<qint64>(m_next); }
     /// Goes to a byte position; one outside the file reads as its end.
     void seek(qint64 position);
+    /// True if no byte is left; may read the next block to know.
     bool atEnd();
     /// The file's size in bytes when it was opened.
     qint64 size() const { return m_source.size(); }

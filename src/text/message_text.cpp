@@ -42,7 +42,7 @@ void MessageText::start()
 
 std::string_view MessageText::take(std::string_view lines)
 {
-    // A line that gets a ">" has at least five bytes, and a vector of them is stored whole.
+    // A line that gets a ">" has at least five bytes; the copy stores 16 bytes at a time, so needs 16 behind its end.
     const size_t room = lines.size() + lines.size() / separatorStart.size() + 64;
     if (m_out.size() < room)
         m_out.resize(room);
@@ -88,7 +88,7 @@ size_t MessageText::takeLine(std::string_view lines)
     return lines.size() - text.size() + copyLines(text, filtered);
 }
 
-// A line that the rule is not applied to.
+// The line behind a dropped Received-Spf header, copied as it stands; where no first line has gone yet, it goes.
 size_t MessageText::keepUnseen(std::string_view line)
 {
     const std::string_view text = withoutMark(line);
@@ -107,8 +107,8 @@ void MessageText::dropFirst(std::string_view line)
     m_changes.lostFirstLine = isMail(line);
 }
 
-// Copies up to the next line that needs a decision; `seen`: a property list ends the message. Gives the bytes dealt
-// with.
+// Copies up to the next line that needs a decision; `seen`: the rule Filtered looks at the lines, so that an XML
+// declaration ends the message. Gives the bytes dealt with.
 size_t MessageText::copyLines(std::string_view lines, bool seen)
 {
     const char *begin = lines.data();

@@ -8,9 +8,9 @@ namespace
 {
 const QString suffix = QStringLiteral(".emlxpart");
 
-// A stem starts with the store's path, so only where the path's first component stands again can one begin.
+// A message prefix starts with the store's path, so only where the path's first component stands again can one begin.
 template <typename Visit>
-void eachStem(const QString &path, Visit visit)
+void eachPrefix(const QString &path, Visit visit)
 {
     const QString root = path.left(path.indexOf(QLatin1Char('/'), 1) + 1);
     for (int start = 0; start >= 0; start = path.indexOf(root, start + 1))
@@ -57,16 +57,17 @@ void eachNumber(const QString &path, Visit visit)
 PartIndex::PartIndex(const QStringList &parts) : m_parts(parts), m_taken(static_cast<size_t>(parts.size()))
 {
     for (int i = 0; i < parts.size(); ++i)
-        eachStem(parts.at(i), [&](const QStringRef &stem) { m_byStem.insert(qHash(stem), i); });
+        eachPrefix(parts.at(i), [&](const QStringRef &prefix) { m_byPrefix.insert(qHash(prefix), i); });
 }
 
-// The parts that contain the stem and are still there, in the order given.
-std::vector<int> PartIndex::takeOwn(const QString &stem)
+// The parts that contain the message prefix and are still there, in the order given.
+std::vector<int> PartIndex::takeOwn(const QString &prefix)
 {
     std::vector<int> own;
-    const uint hash = qHash(QStringRef(&stem));
-    for (auto part = m_byStem.constFind(hash); part != m_byStem.constEnd() && part.key() == hash; ++part) {
-        if (m_taken[static_cast<size_t>(*part)] || !m_parts.at(*part).contains(stem))
+    const uint hash = qHash(QStringRef(&prefix));
+    for (auto part = m_byPrefix.constFind(hash); part != m_byPrefix.constEnd() && part.key() == hash;
+         ++part) {
+        if (m_taken[static_cast<size_t>(*part)] || !m_parts.at(*part).contains(prefix))
             continue;
         m_taken[static_cast<size_t>(*part)] = true;
         own.push_back(*part);
@@ -77,11 +78,11 @@ std::vector<int> PartIndex::takeOwn(const QString &stem)
 
 QStringList PartIndex::takeParts(const QString &messagePath)
 {
-    const QString stem = messagePath.left(messagePath.lastIndexOf(QLatin1String(".partial.emlx")) + 1);
+    const QString prefix = messagePath.left(messagePath.lastIndexOf(QLatin1String(".partial.emlx")) + 1);
     QSet<QString> known;
     QSet<qlonglong> numbers;
     std::vector<int> own;
-    for (const int part : takeOwn(stem)) {
+    for (const int part : takeOwn(prefix)) {
         if (known.contains(m_parts.at(part)))
             continue;
         known.insert(m_parts.at(part));

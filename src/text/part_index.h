@@ -7,7 +7,7 @@
 #include <vector>
 
 /// The .emlxpart files of a store, to be taken by the messages that they belong to; each is taken once. A part
-/// belongs to a message if its path contains the message's stem, the path of the .partial.emlx up to and
+/// belongs to a message if its path contains the message prefix, the path of the .partial.emlx up to and
 /// including the dot before "partial". Found by hash, so that the cost does not grow with messages times parts.
 /// All paths are those of one search: they begin with the same folder.
 class PartIndex
@@ -22,9 +22,10 @@ public:
     QStringList takeParts(const QString &messagePath);
 
 private:
-    std::vector<int> takeOwn(const QString &stem);
+    std::vector<int> takeOwn(const QString &prefix);
 
     QStringList m_parts;
     std::vector<bool> m_taken;
-    QMultiHash<uint, int> m_byStem; ///< hash of each piece of a path that can be a stem -> index of the part
+    /// Hash of each piece of a path that can be a message prefix -> index of the part.
+    QMultiHash<uint, int> m_byPrefix;
 };

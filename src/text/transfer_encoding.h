@@ -23,6 +23,7 @@ public:
 
     TransferEncoder(Form form, TakeBytes give) : m_form(form), m_give(std::move(give)) {}
 
+    /// The next bytes. `give` may get what becomes of them later.
     void take(std::string_view bytes);
     /// Gives what is held back at the end.
     void end();

@@ -14,6 +14,7 @@
 using ByteVector = char __attribute__((vector_size(16)));
 constexpr ptrdiff_t vectorBytes = sizeof(ByteVector);
 
+/// The sixteen bytes at any address.
 inline ByteVector vectorAt(const char *bytes)
 {
     ByteVector vector;

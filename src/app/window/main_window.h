@@ -24,7 +24,8 @@ class QTreeWidgetItem;
 class RowFeed;
 
 /// The one main window: shell, panes and the flow select, scan, browse, tick, save. Its members lie beside what they
-/// are about: the shell in src/app, panes and lists in src/browse, the selection in src/scan, the save in src/save.
+/// are about, in the folders `window`: of app the shell, of browse panes and lists, of scan the selection, of save the
+/// save.
 /// Everything here runs on the main thread; what the workers signal arrives queued.
 class QConverterMainWindow : public QMainWindow
 {
@@ -39,6 +40,7 @@ public:
     void ShowParseWindow();
     /// Asks for a folder, makes room for the bundle and starts the save thread (see SaveTarget).
     void OnSavingFilesforOutlook();
+    /// The same for the Apple Mail bundle.
     void OnSavingFilesforApple();
 
     /// A worker is about to start: until endRun no other selection or save can begin.
@@ -57,7 +59,9 @@ public:
     void showSaveResult(const QString &text);
 
 public slots:
+    /// Asks whether the last scan may go, and shows the selection dialog.
     void OnOpenFile();
+    /// Shows the target dialog, if a folder is ticked.
     void OnSavingFiles();
 
     void OpenHelp();

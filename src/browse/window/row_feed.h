@@ -13,6 +13,7 @@
 class RowFeed
 {
 public:
+    /// Hands a row on.
     void add(MessageRow row)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);

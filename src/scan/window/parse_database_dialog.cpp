@@ -79,7 +79,7 @@ const QParseDatabase::StoreRow &QParseDatabase::rowOf(const StoreKind &kind)
     static constexpr StoreRow rows[] = {
         {&mboxStore,      &This::DefaultDatabaseLocationforMbox,       &This::OpenFileDialogforMbox},
         {&emlxStore,      &This::DefaultDatabaseLocation,              &This::OpenFileDialog},
-        {&mailMateStore,       &This::DefaultDatabaseLocationforEml,        &This::OpenFileDialogforEml},
+        {&mailMateStore,  &This::DefaultDatabaseLocationforEml,        &This::OpenFileDialogforEml},
         {&outspringStore, &This::DefaultDatabaseLocationforEmlandfEml, &This::OpenFileDialogforEmlandfEml},
         {&operaStore,     &This::DefaultDatabaseLocationforMbs,        &This::OpenFileDialogforMbs},
         {&olmStore,       &This::showSelectedFile,                     &This::browseForFile},

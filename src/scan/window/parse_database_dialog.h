@@ -21,8 +21,11 @@ public:
     void chooseStore(const QString &path);
 
 public slots:
+    /// A client was chosen, by its index: shows its default location, or the folder dropped before.
     void ChangeSourceLineEdit(int index);
+    /// Asks for the client's folder or file.
     void SourceLocationOfFile();
+    /// Starts the scan of the place chosen and hides the dialog; says what is missing first.
     void StartFormatConversion();
     /// The user leaves without a scan.
     void closeEvent();
