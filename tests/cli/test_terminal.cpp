@@ -6,8 +6,8 @@
 
 namespace
 {
-#ifdef __SANITIZE_THREAD__
-constexpr bool holdsSignalsBack = true;
+#ifdef __has_feature
+constexpr bool holdsSignalsBack = __has_feature(thread_sanitizer);
 #else
 constexpr bool holdsSignalsBack = false;
 #endif
