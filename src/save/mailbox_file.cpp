@@ -102,6 +102,10 @@ void MailboxFile::truncate(qint64 size)
 bool MailboxFile::settle()
 {
     flush();
+    // Closing a copy of the descriptor asks the system as closing the file does, while it can still be cut back.
+    const int copy = m_file >= 0 && m_size > m_settled ? ::fcntl(m_file, F_DUPFD_CLOEXEC, 0) : -1;
+    if (copy >= 0 && ::close(copy) != 0)
+        fail(errno);
     if (m_isOpen)
         m_settled = m_size;
     return m_isOpen;

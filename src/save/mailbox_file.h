@@ -48,7 +48,8 @@ public:
     void insertLineFeeds(const std::vector<qint64> &places);
     /// Cuts the file to a size it had before, in bytes.
     void truncate(qint64 size);
-    /// Writes out what is gathered; a later failure leaves all up to here. True if it stands in the file.
+    /// Writes out what is gathered; a later failure leaves all up to here. True if it stands in the file, by the word of
+    /// a quota or a network share too, which may come only with a close.
     bool settle();
     /// Bytes appended since then.
     qint64 unsettledBytes() const { return m_size - m_settled; }
