@@ -15,7 +15,6 @@
 #include "save/ticked_items.h"
 
 #include <QFileInfo>
-#include <QStorageInfo>
 #include <QTextStream>
 
 #include <algorithm>
@@ -87,7 +86,7 @@ SaveReport newReport(const Arguments &arguments)
     SaveReport report;
     report.bundle = FileSavingPath;
     report.dryRun = arguments.dryRun;
-    report.freeBytes = QStorageInfo(arguments.outDir).bytesAvailable();
+    report.freeBytes = freeBytesIn(arguments.outDir);
     return report;
 }
 
@@ -188,7 +187,8 @@ Outcome endSave(Outcome save, const ScanResult &scan, const SaveReport &report)
     Outcome outcome = outcomeOfSave(save, scan, report);
     if (!bundlePlace.finish(outcome == Outcome::Finished) && outcome == Outcome::Finished)
         outcome = Outcome::Ended;
-    const bool noRoom = outcome == Outcome::Ended && report.freeBytes < tickedBytes();
+    const bool noRoom =
+        outcome == Outcome::Ended && report.freeBytes >= 0 && report.freeBytes < tickedBytes();
     if (noRoom && BundlePlace::isThere(BundlePlace::oldPath(FileSavingPath)))
         reportProblem(
             QStringLiteral("both bundles may need more space than there is, removing the old one first "

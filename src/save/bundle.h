@@ -15,3 +15,5 @@ inline constexpr Bundle appleBundle{"Main Identity.mbox", &bForAppleMail};
 void setTargetBundle(const Bundle &bundle);
 /// The bundle's path in a folder.
 QString bundlePath(const Bundle &bundle, const QString &folder);
+/// Bytes that this user can still write in a folder, -1 where the system can't tell.
+qint64 freeBytesIn(const QString &folder);

@@ -11,6 +11,7 @@
 #include "dialogs/problem_text.h"
 #include "dialogs/progress_info_dialog.h"
 #include "platform/window/text_fit.h"
+#include "save/bundle.h"
 #include "save/bundle_place.h"
 #include "save/mail_saving.h"
 #include "save/save_ledger.h"
@@ -30,7 +31,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QStorageInfo>
 #include <QTreeWidget>
 
 // ---- A run from its start to its end ----
@@ -224,7 +224,7 @@ void QConverterMainWindow::tellReport()
     report.bundle = FileSavingPath;
     report.bundleStands = QFileInfo::exists(FileSavingPath);
     report.files = ulCount;
-    report.freeBytes = QStorageInfo(saveDir).bytesAvailable() + saveLedger.bytes();
+    report.freeBytes = freeBytesIn(saveDir) + saveLedger.bytes();
     if (bStopFlag)
         report.end = SaveReport::End::Stopped;
     else if (!saveLedger.isComplete())

@@ -13,7 +13,6 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QStorageInfo>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 
@@ -90,7 +89,7 @@ bool QConverterMainWindow::mayReplace(const QString &name)
                          tr("\n%1 already exists at this location. Do you want to replace it?").arg(name),
                          QMessageBox::Yes | QMessageBox::No, this);
     question.setDefaultButton(QMessageBox::No);
-    if (QStorageInfo(saveDir).bytesAvailable() < tickedBytes())
+    if (const qint64 free = freeBytesIn(saveDir); free >= 0 && free < tickedBytes())
         question.setInformativeText(
             tr("The old bundle is kept until the new one is whole, and there may not be the "
                "space for both. Removing the old one first would help."));
