@@ -16,7 +16,7 @@
 
 namespace
 {
-constexpr qint64 blockBytes = 57 * 1024; // whole lines of base64
+constexpr qint64 blockBytes = 57 * 4 * 1024; // whole lines of base64
 
 std::string_view view(const QByteArray &bytes)
 {
@@ -203,9 +203,10 @@ private:
 
     void writeContent(const Attachment &attachment)
     {
-        TransferEncoder encoder(attachment.isMessage ? TransferEncoder::Form::AsItIs
-                                                     : TransferEncoder::Form::Base64,
-                                [this](std::string_view bytes) { m_text.take(bytes); });
+        if (attachment.isMessage)
+            return read(attachment.place, [this](std::string_view bytes) { m_text.take(bytes); });
+        TransferEncoder encoder(TransferEncoder::Form::Base64,
+                                [this](std::string_view bytes) { m_text.takePlain(bytes); });
         read(attachment.place, [&](std::string_view bytes) { encoder.take(bytes); });
         encoder.end();
     }

@@ -86,6 +86,14 @@ void ExactText::take(std::string_view bytes)
     }
 }
 
+void ExactText::takePlain(std::string_view bytes)
+{
+    if (m_matched > 0 || m_heldCr || bytes.empty())
+        return take(bytes);
+    append(bytes);
+    m_atLineStart = m_endsLine;
+}
+
 // A line's rest, or a piece of it.
 void ExactText::takeRest(std::string_view bytes)
 {

@@ -22,6 +22,8 @@ public:
 
     /// The next bytes of the message.
     void take(std::string_view bytes);
+    /// The same for bytes that have no CR and no line that starts with ">" or "From ", such as base64.
+    void takePlain(std::string_view bytes);
     /// The end of the message: a line feed where its last line has none, also where it has no byte.
     void end();
     /// Lines that got a ">".

@@ -18,6 +18,7 @@
 namespace
 {
 constexpr size_t bufferBytes = 512 * 1024;
+constexpr size_t directBytes = 64 * 1024; // so many are written at once, and not gathered first
 constexpr qint64 moveBytes = 256 * 1024;
 constexpr mode_t newFileMode = 0666;
 } // namespace
@@ -47,7 +48,7 @@ void MailboxFile::open(const QString &path, const FinderCodes &codes)
 
 void MailboxFile::append(std::string_view bytes)
 {
-    if (bytes.size() < bufferBytes) {
+    if (bytes.size() < directBytes) {
         std::copy(bytes.begin(), bytes.end(), room(bytes.size()));
         take(bytes.size());
         return;

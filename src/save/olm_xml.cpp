@@ -99,10 +99,10 @@ private:
     // What stands for "&lt;" or "&#233;" in XML, nothing for a character that XML does not allow; none for "&x;".
     static std::optional<QString> keptReference(const QStringRef &reference)
     {
-        static const QStringList known = {QStringLiteral("&amp;"), QStringLiteral("&lt;"),
-                                          QStringLiteral("&gt;"), QStringLiteral("&quot;"),
-                                          QStringLiteral("&apos;")};
-        if (known.contains(reference.toString()))
+        static constexpr QLatin1String known[] = {QLatin1String("&lt;"), QLatin1String("&gt;"),
+                                                  QLatin1String("&amp;"), QLatin1String("&quot;"),
+                                                  QLatin1String("&apos;")};
+        if (std::find(std::begin(known), std::end(known), reference) != std::end(known))
             return reference.toString();
         if (reference == QLatin1String("&nbsp;"))
             return QString(QChar::Nbsp);

@@ -7,10 +7,15 @@
 namespace
 {
 constexpr size_t lineBytes = 57; // 76 characters of base64
-constexpr size_t linesAtOnce = 512;
+constexpr size_t linesAtOnce = 4 * 1024;
 constexpr int longestLine = 75;      // a "=" may follow
 constexpr int textBytes = 64 * 1024; // given at once
 constexpr char hexDigits[] = "0123456789ABCDEF";
+
+bool isPlain(char byte)
+{
+    return byte > ' ' && byte < 0x7F && byte != '=';
+}
 } // namespace
 
 TransferEncoder::Form encodingForm(const QByteArray &encoding)
@@ -28,8 +33,11 @@ void TransferEncoder::take(std::string_view bytes)
     } else if (m_form == Form::Base64) {
         takeBase64(bytes);
     } else {
-        for (const char byte : bytes)
-            takeQuotedByte(byte);
+        for (size_t at = 0; at < bytes.size();) {
+            at += takePlainRun(bytes.substr(at));
+            if (at < bytes.size())
+                takeQuotedByte(bytes[at++]);
+        }
         if (m_text.size() >= textBytes)
             giveText();
     }
@@ -37,12 +45,12 @@ void TransferEncoder::take(std::string_view bytes)
 
 void TransferEncoder::end()
 {
-    if (m_form == Form::Base64)
+    if (m_form == Form::Base64) {
         giveBase64Lines({m_held.constData(), static_cast<size_t>(m_held.size())});
+        return;
+    }
     if (m_heldBlank != 0)
         putQuoted(m_heldBlank, false);
-    m_heldBlank = 0;
-    m_held.clear();
     giveText();
 }
 
@@ -62,7 +70,6 @@ void TransferEncoder::takeBase64(std::string_view bytes)
         if (static_cast<size_t>(m_held.size()) < lineBytes)
             return;
         giveBase64Lines({m_held.constData(), lineBytes});
-        m_held.resize(0);
     }
     const size_t whole = bytes.size() / lineBytes * lineBytes;
     for (size_t at = 0; at < whole; at += linesAtOnce * lineBytes)
@@ -73,17 +80,20 @@ void TransferEncoder::takeBase64(std::string_view bytes)
 
 void TransferEncoder::giveBase64Lines(std::string_view bytes)
 {
+    const size_t lines = (bytes.size() + lineBytes - 1) / lineBytes;
+    m_text.resize(static_cast<int>(lines + base64Length(bytes.size())));
+    char *out = m_text.data();
     while (!bytes.empty()) {
         const std::string_view line = bytes.substr(0, lineBytes);
         if (m_anyLine)
-            m_text += '\n';
-        const int start = m_text.size();
-        m_text.resize(start + static_cast<int>(base64Length(line.size())));
-        encodeBase64(line.data(), line.size(), m_text.data() + start);
+            *out++ = '\n';
+        encodeBase64(line.data(), line.size(), out);
+        out += base64Length(line.size());
         m_anyLine = true;
         bytes.remove_prefix(line.size());
     }
-    giveText();
+    if (out != m_text.constData())
+        m_give({m_text.constData(), static_cast<size_t>(out - m_text.constData())});
 }
 
 void TransferEncoder::putQuoted(char byte, bool plain)
@@ -105,6 +115,23 @@ void TransferEncoder::putQuoted(char byte, bool plain)
     m_column += 3;
 }
 
+// Takes bytes that stand for themselves, as far as they fit on the line: most of a text, and faster than one by one.
+// Gives how many.
+size_t TransferEncoder::takePlainRun(std::string_view bytes)
+{
+    if (m_heldBlank != 0 || m_column == 0)
+        return 0;
+    bytes = bytes.substr(0, static_cast<size_t>(longestLine - m_column));
+    const auto *end =
+        std::find_if_not(bytes.begin(), bytes.end(), [](char byte) { return isPlain(byte) || byte == ' '; });
+    while (end != bytes.begin() && end[-1] == ' ') // which may end the line
+        --end;
+    const auto count = static_cast<int>(end - bytes.begin());
+    m_text.append(bytes.data(), count);
+    m_column += count;
+    return static_cast<size_t>(count);
+}
+
 void TransferEncoder::takeQuotedByte(char byte)
 {
     if (m_heldBlank != 0)
@@ -116,6 +143,6 @@ void TransferEncoder::takeQuotedByte(char byte)
     } else if (byte == ' ' || byte == '\t') {
         m_heldBlank = byte;
     } else {
-        putQuoted(byte, byte > ' ' && byte < 0x7F && byte != '=' && !(byte == 'F' && m_column == 0));
+        putQuoted(byte, isPlain(byte) && !(byte == 'F' && m_column == 0));
     }
 }

@@ -32,6 +32,7 @@ private:
     void takeBase64(std::string_view bytes);
     void giveBase64Lines(std::string_view bytes);
     void putQuoted(char byte, bool plain);
+    size_t takePlainRun(std::string_view bytes);
     void takeQuotedByte(char byte);
     void giveText();
 
