@@ -2,6 +2,7 @@
 #include "cli/find_output.h"
 #include "cli/say.h"
 #include "cli/worker_run.h"
+#include "platform/freed_memory.h"
 
 #include <QCoreApplication>
 #include <QTextCodec>
@@ -48,6 +49,7 @@ int statusOfOutput(int status)
 
 int main(int argc, char *argv[])
 {
+    keepFreedMemory();
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
     // File names are bytes in UTF-8, whatever the locale says (the C locale would turn them into "?").

@@ -2,6 +2,7 @@
 #include "app/window/main_window.h"
 #include "app/window/translations.h"
 #include "app/window/window_state.h"
+#include "platform/freed_memory.h"
 #include "platform/window/text_fit.h"
 
 #include <QApplication>
@@ -37,6 +38,7 @@ void findResources()
 
 int main(int argc, char *argv[])
 {
+    keepFreedMemory();
     QCoreApplication::setSetuidAllowed(true);
     // Dialogs have fixed sizes in pixels: they and their texts grow together, by fractions too.
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
