@@ -1,7 +1,6 @@
 #include "browse/folder_tree.h"
 #include "data_table.h"
 #include "olm_files.h"
-#include "save/exact_target.h"
 #include "save/mail_saving.h"
 #include "save/save_ledger.h"
 #include "scan_run.h"
@@ -85,36 +84,6 @@ private slots:
             {{"X/X.mbox", first + "x\n"}, {"Y/mbox/mbox.mbox", first + "y\n"}}, "2");
     }
     void stores() { checkRow(); }
-
-    // Folders in the order of their mail, by their raw names, and their mailboxes.
-    void targets_data()
-    {
-        const DataTable row([](const QStringList &folders, const QStringList &mailboxes) {
-            discardScanResult();
-            ExactTargets targets("/b");
-            QStringList files;
-            for (const QString &folder : folders)
-                files.append(targets.targetOf(idOf(folder)).file);
-            QCOMPARE(files, mailboxes);
-        });
-        row("top folder Mail", {"Mail/In", "In/Mail", "Mail", "Mail/Mail"},
-            {"/b/Mail/In/In.mbox", "/b/Mail/In/Mail/Mail.mbox", "/b/Mail/Mail.mbox",
-             "/b/Mail/Mail/Mail.mbox"});
-        row("letter case", {"In", "IN", "in/x", "IN/X"},
-            {"/b/Mail/In/In.mbox", "/b/Mail/IN (2)/IN (2).mbox", "/b/Mail/in/x/x.mbox",
-             "/b/Mail/IN/X (2)/X (2).mbox"});
-        row("Unicode form", {"\xC3\xA9", "E\xCC\x81"},
-            {"/b/Mail/\xC3\xA9/\xC3\xA9.mbox", "/b/Mail/E\xCC\x81 (2)/E\xCC\x81 (2).mbox"});
-        row("number taken", {"A (2)", "A", "A.mbox", "A (2).mbox"},
-            {"/b/Mail/A (2)/A (2).mbox", "/b/Mail/A/A.mbox", "/b/Mail/A (3)/A (3).mbox",
-             "/b/Mail/A (2) (2)/A (2) (2).mbox"});
-        row("a folder's own file", {"A", "A/A.mbox.mailbox", "A/A.mbox.mailbox/B"},
-            {"/b/Mail/A/A.mbox", "/b/Mail/A/A.mbox (2)/A.mbox (2).mbox", "/b/Mail/A/A.mbox (2)/B/B.mbox"});
-        row("a folder's own file, the other way", {"A/A.mbox.mailbox/B", "A"},
-            {"/b/Mail/A/A.mbox/B/B.mbox", "/b/Mail/A (2)/A (2).mbox"});
-        row("export", {"X.mbox/mbox", "X/mbox"}, {"/b/Mail/X/X.mbox", "/b/Mail/X/mbox/mbox.mbox"});
-    }
-    void targets() { checkRow(); }
 
     void emlx_data()
     {
@@ -306,25 +275,6 @@ private slots:
     void parts() { checkRow(); }
 
 private:
-    // The folder of these raw names, which come into the tree.
-    static qint64 idOf(const QString &names)
-    {
-        qint64 parent = llRootId;
-        const QStringList all = names.split('/');
-        for (const QString &name : all) {
-            qint64 folder = 0;
-            for (const qint64 id : objMapFID_PID.keys(parent))
-                folder = objMapFID_Name[id] == name ? id : folder;
-            if (folder == 0) {
-                folder = llRootId + 1 + objMapFID_PID.size();
-                objMapFID_Name[folder] = name;
-                objMapFID_PID[folder] = parent;
-            }
-            parent = folder;
-        }
-        return parent;
-    }
-
     // Saves all of a store and compares the mailboxes, by their paths below "Mail", and the account.
     static void checkStore(int client, const FileMap &files, const FileMap &mailboxes,
                            const QString &expected)

@@ -62,6 +62,17 @@ class TestSaveLedger : public QObject
 private slots:
     void initTestCase() { std::signal(SIGXFSZ, SIG_IGN); }
 
+    // The example that is shown is the first of its kind.
+    void firstExamples()
+    {
+        SaveLedger ledger;
+        for (const char *path : {"a", "b"}) {
+            ledger.addJoined(1, {path, 5});
+            ledger.addStrays(1, {path, 5});
+        }
+        QCOMPARE(ledger.firstJoined().path + ledger.firstStray().path, QString("aa"));
+    }
+
     // "meanwhile": what happens between the scan and the save.
     void accounts_data()
     {

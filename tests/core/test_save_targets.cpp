@@ -1,4 +1,7 @@
+#include "app/shared_state.h"
+#include "browse/folder_tree.h"
 #include "data_table.h"
+#include "save/exact_target.h"
 #include "save/safe_path.h"
 #include "save/writers.h"
 #include "store_files.h"
@@ -162,6 +165,36 @@ private slots:
 
     void namedFolders() { checkRow(); }
 
+    // Folders in the order of their mail, by their raw names, and their mailboxes.
+    void exactCopies_data()
+    {
+        const DataTable row([](const QStringList &folders, const QStringList &mailboxes) {
+            discardScanResult();
+            ExactTargets targets("/b");
+            QStringList files;
+            for (const QString &folder : folders)
+                files.append(targets.targetOf(idOf(folder)).file);
+            QCOMPARE(files, mailboxes);
+        });
+        row("top folder Mail", {"Mail/In", "In/Mail", "Mail", "Mail/Mail"},
+            {"/b/Mail/In/In.mbox", "/b/Mail/In/Mail/Mail.mbox", "/b/Mail/Mail.mbox",
+             "/b/Mail/Mail/Mail.mbox"});
+        row("letter case", {"In", "IN", "in/x", "IN/X"},
+            {"/b/Mail/In/In.mbox", "/b/Mail/IN (2)/IN (2).mbox", "/b/Mail/in/x/x.mbox",
+             "/b/Mail/IN/X (2)/X (2).mbox"});
+        row("Unicode form", {"\xC3\xA9", "E\xCC\x81"},
+            {"/b/Mail/\xC3\xA9/\xC3\xA9.mbox", "/b/Mail/E\xCC\x81 (2)/E\xCC\x81 (2).mbox"});
+        row("number taken", {"A (2)", "A", "A.mbox", "A (2).mbox"},
+            {"/b/Mail/A (2)/A (2).mbox", "/b/Mail/A/A.mbox", "/b/Mail/A (3)/A (3).mbox",
+             "/b/Mail/A (2) (2)/A (2) (2).mbox"});
+        row("a folder's own file", {"A", "A/A.mbox.mailbox", "A/A.mbox.mailbox/B"},
+            {"/b/Mail/A/A.mbox", "/b/Mail/A/A.mbox (2)/A.mbox (2).mbox", "/b/Mail/A/A.mbox (2)/B/B.mbox"});
+        row("a folder's own file, the other way", {"A/A.mbox.mailbox/B", "A"},
+            {"/b/Mail/A/A.mbox/B/B.mbox", "/b/Mail/A (2)/A (2).mbox"});
+        row("export", {"X.mbox/mbox", "X/mbox"}, {"/b/Mail/X/X.mbox", "/b/Mail/X/mbox/mbox.mbox"});
+    }
+    void exactCopies() { checkRow(); }
+
     void harmlessPaths_data()
     {
         const DataTable row(
@@ -178,6 +211,26 @@ private slots:
     }
 
     void harmlessPaths() { checkRow(); }
+
+private:
+    // The folder of these raw names, which come into the tree.
+    static qint64 idOf(const QString &names)
+    {
+        qint64 parent = llRootId;
+        const QStringList all = names.split('/');
+        for (const QString &name : all) {
+            qint64 folder = 0;
+            for (const qint64 id : objMapFID_PID.keys(parent))
+                folder = objMapFID_Name[id] == name ? id : folder;
+            if (folder == 0) {
+                folder = llRootId + 1 + objMapFID_PID.size();
+                objMapFID_Name[folder] = name;
+                objMapFID_PID[folder] = parent;
+            }
+            parent = folder;
+        }
+        return parent;
+    }
 };
 
 QTEST_APPLESS_MAIN(TestSaveTargets)

@@ -29,6 +29,17 @@ private slots:
         QCOMPARE(nameless(robot.window), QStringList());
     }
 
+    // A help link without a text takes no place.
+    void emptyLinks()
+    {
+        for (const bool hasTexts : {true, false}) {
+            strPlistPath = hasTexts ? strPlistPath : QString();
+            WindowRobot robot;
+            for (const char *link : {"ImportLabel", "ImportLabel_2"})
+                QCOMPARE(!robot.window->findChild<QLabel *>(link)->isHidden(), hasTexts);
+        }
+    }
+
     // From the last control by the Tab key, once around.
     void tabOrder_data()
     {

@@ -224,7 +224,8 @@ void QConverterMainWindow::tellReport()
     report.bundle = FileSavingPath;
     report.bundleStands = QFileInfo::exists(FileSavingPath);
     report.files = ulCount;
-    report.freeBytes = freeBytesIn(saveDir) + saveLedger.bytes();
+    const qint64 free = freeBytesIn(saveDir);
+    report.freeBytes = free < 0 ? free : free + saveLedger.bytes();
     if (bStopFlag)
         report.end = SaveReport::End::Stopped;
     else if (!saveLedger.isComplete())
