@@ -99,9 +99,9 @@ private:
     // What stands for "&lt;" or "&#233;" in XML, nothing for a character that XML does not allow; none for "&x;".
     static std::optional<QString> keptReference(const QStringRef &reference)
     {
-        static constexpr QLatin1String known[] = {QLatin1String("&lt;"), QLatin1String("&gt;"),
-                                                  QLatin1String("&amp;"), QLatin1String("&quot;"),
-                                                  QLatin1String("&apos;")};
+        static const QLatin1String known[] = {QLatin1String("&lt;"), QLatin1String("&gt;"),
+                                              QLatin1String("&amp;"), QLatin1String("&quot;"),
+                                              QLatin1String("&apos;")};
         if (std::find(std::begin(known), std::end(known), reference) != std::end(known))
             return reference.toString();
         if (reference == QLatin1String("&nbsp;"))
