@@ -107,7 +107,7 @@ private:
 };
 
 // Reads some pieces ahead in a thread: looking through one takes about as long as the system takes to copy another. One
-// thread for all pieces and blocks that stay in the processor's cache make it a third faster than a task for each piece.
+// thread for all pieces and blocks that stay in the processor's cache take a third less time than a task for each.
 class PieceQueue
 {
 public:

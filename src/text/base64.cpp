@@ -49,7 +49,7 @@ bool hasVectors()
     return has;
 }
 
-// Encodes 24 bytes to 32 characters; reads 28. Six times as fast as the table, and an archive's attachments are base64
+// Encodes 24 bytes to 32 characters; reads 28. Three times as fast as the table, and an archive's attachments are base64
 // for the most part.
 __attribute__((target("avx2"))) void putVector(const char *bytes, char *out)
 {
