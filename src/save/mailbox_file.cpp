@@ -58,22 +58,6 @@ void MailboxFile::append(std::string_view bytes)
     m_size += static_cast<qint64>(bytes.size());
 }
 
-void MailboxFile::appendFrom(const ByteSource &source, qint64 position, std::string_view bytes)
-{
-    flush();
-    while (m_file >= 0 && source.descriptor() >= 0 && !bytes.empty()) {
-        off64_t from = position;
-        off64_t to = m_size;
-        const ssize_t copied = ::copy_file_range(source.descriptor(), &from, m_file, &to, bytes.size(), 0);
-        if (copied <= 0)
-            break; // not between these two; writing them tells what is wrong, if anything is
-        bytes.remove_prefix(static_cast<size_t>(copied));
-        position += copied;
-        m_size += copied;
-    }
-    append(bytes);
-}
-
 char *MailboxFile::room(size_t bytes)
 {
     if (m_filled > 0 && m_filled + bytes > static_cast<size_t>(m_buffer.size()))

@@ -36,8 +36,6 @@ public:
     /// Appends bytes; dropped while the mailbox is not open.
     void append(std::string_view bytes);
     void append(char byte) { append(std::string_view(&byte, 1)); }
-    /// The same for bytes that stand in a source at a position: the system copies them from file to file where it can.
-    void appendFrom(const ByteSource &source, qint64 position, std::string_view bytes);
     /// A place for that many bytes behind those in the file; they count once `take` tells how many there are.
     char *room(size_t bytes);
     /// So many bytes were put into the room given last.
