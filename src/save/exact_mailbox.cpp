@@ -1,15 +1,12 @@
 #include "save/exact_mailbox.h"
 
+#include "platform/ahead_queue.h"
 #include "save/exact_text.h"
 #include "text/byte_search.h"
 #include "text/line_bytes.h"
 #include "text/mbox_separator.h"
 
 #include <algorithm>
-#include <array>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
 #include <vector>
 
 namespace
@@ -18,7 +15,6 @@ constexpr std::string_view separatorStart = "From ";
 constexpr std::string_view separatorBehindFeed = "\nFrom ";
 constexpr size_t probeBytes = 64 * 1024;
 constexpr size_t pieceBytes = 256 * 1024;
-constexpr size_t piecesAhead = 4;
 
 /// A stretch of a mailbox, whole lines where they are no longer than that. Empty at the end, and where reading failed.
 struct Piece {
@@ -37,24 +33,22 @@ class PieceReader
 public:
     explicit PieceReader(ByteSource *source) : m_source(source)
     {
-        for (std::vector<char> &block : m_blocks)
-            block.resize(std::min(pieceBytes, static_cast<size_t>(source->size())));
         char mark[byteOrderMark.size()];
         const qint64 got = source->read(0, mark, sizeof(mark));
         if (std::string_view(mark, static_cast<size_t>(got)) == byteOrderMark)
             m_position = got;
     }
 
-    /// Overwrites the piece that was read `piecesAhead` before.
-    Piece read()
+    /// The next piece, in a block for it.
+    Piece read(std::vector<char> *block)
     {
-        std::vector<char> &block = m_blocks[m_turn++ % m_blocks.size()];
-        const qint64 got = m_source->read(m_position, block.data(), static_cast<qint64>(block.size()));
+        block->resize(std::min(pieceBytes, static_cast<size_t>(m_source->size())));
+        const qint64 got = m_source->read(m_position, block->data(), static_cast<qint64>(block->size()));
         const bool failed = !m_source->errorString().isEmpty();
         const bool isLast = !failed && m_position + got >= m_source->size();
         Piece piece;
         piece.start = m_position;
-        piece.bytes = {block.data(), static_cast<size_t>(got)};
+        piece.bytes = {block->data(), static_cast<size_t>(got)};
         const size_t feed = piece.bytes.rfind('\n');
         if (!isLast && feed != std::string_view::npos)
             piece.bytes = piece.bytes.substr(0, feed + 1);
@@ -106,72 +100,15 @@ private:
     }
 
     ByteSource *m_source;
-    std::array<std::vector<char>, piecesAhead> m_blocks;
-    size_t m_turn = 0;
     qint64 m_position = 0;
     bool m_atLineStart = true;
     bool m_isFirst = true; ///< the first line of a mailbox begins a message whatever it holds
 };
 
-// Reads some pieces ahead in a thread: looking through one takes about as long as the system takes to copy another. One
-// thread for all pieces and blocks that stay in the processor's cache take a third less time than a task for each.
-class PieceQueue
-{
-public:
-    explicit PieceQueue(ByteSource *source) : m_reader(source), m_thread([this] { readAll(); }) {}
-    ~PieceQueue() { stop(); }
-    PieceQueue(const PieceQueue &) = delete;
-    PieceQueue &operator=(const PieceQueue &) = delete;
-
-    /// Waits for the next piece, empty at the end; the one given before goes.
-    Piece next()
-    {
-        std::unique_lock lock(m_mutex);
-        m_taken += m_isFirst ? 0 : 1;
-        m_isFirst = false;
-        m_changed.notify_all();
-        m_changed.wait(lock, [this] { return m_read > m_taken; });
-        return m_pieces[m_taken % piecesAhead];
-    }
-
-    /// Ends the thread; the source is the caller's again.
-    void stop()
-    {
-        {
-            const std::lock_guard lock(m_mutex);
-            m_isStopped = true;
-        }
-        m_changed.notify_all();
-        if (m_thread.joinable())
-            m_thread.join();
-    }
-
-private:
-    void readAll()
-    {
-        for (bool atEnd = false; !atEnd;) {
-            std::unique_lock lock(m_mutex);
-            m_changed.wait(lock, [this] { return m_isStopped || m_read - m_taken < piecesAhead; });
-            if (m_isStopped)
-                return;
-            lock.unlock();
-            const Piece piece = m_reader.read();
-            atEnd = piece.bytes.empty();
-            lock.lock();
-            m_pieces[m_read++ % piecesAhead] = piece;
-            m_changed.notify_all();
-        }
-    }
-
-    PieceReader m_reader;
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    std::array<Piece, piecesAhead> m_pieces;
-    size_t m_read = 0;
-    size_t m_taken = 0; ///< that are done with
-    bool m_isFirst = true;
-    bool m_isStopped = false;
-    std::thread m_thread; ///< last, as it uses all of the others
+/// A piece and the memory that it stands in.
+struct ReadPiece {
+    Piece piece;
+    std::vector<char> block;
 };
 
 class Copy
@@ -181,29 +118,41 @@ public:
         : m_source(source),
           m_target(target),
           m_text(target, ExactText::Quoting::None),
-          m_pieces(source),
-          m_messageStart(target->size())
+          m_messageStart(target->size()),
+          m_pieces([source](AheadQueue<ReadPiece> *pieces) { readAll(source, pieces); })
     {
     }
 
     ExactMailboxCopy run(const std::function<bool(qint64)> &goOn)
     {
-        Piece piece = m_pieces.next();
-        for (; !piece.bytes.empty(); piece = m_pieces.next()) {
-            if (!goOn(piece.start)) {
+        const ReadPiece *read = m_pieces.next();
+        for (; read; read = m_pieces.next()) {
+            if (!goOn(read->piece.start)) {
                 m_result.end = ExactEnd::Stopped;
                 break;
             }
-            take(piece);
+            take(read->piece);
         }
         m_pieces.stop();
         if (m_result.end == ExactEnd::Whole && !m_source->errorString().isEmpty())
             m_result.end = ExactEnd::Unreadable;
-        finish(piece);
+        finish(read ? read->piece : Piece());
         return m_result;
     }
 
 private:
+    // Looking through a piece takes about as long as the system takes to write another.
+    static void readAll(ByteSource *source, AheadQueue<ReadPiece> *pieces)
+    {
+        PieceReader reader(source);
+        while (ReadPiece *next = pieces->toFill()) {
+            next->piece = reader.read(&next->block);
+            if (next->piece.bytes.empty())
+                return;
+            pieces->give();
+        }
+    }
+
     void take(const Piece &piece)
     {
         if (piece.beginsMessage) {
@@ -251,13 +200,13 @@ private:
     ByteSource *m_source;
     MailboxFile *m_target;
     ExactText m_text;
-    PieceQueue m_pieces;
     bool m_endsLine = true; ///< what was taken ends with a line feed
     qint64 m_messageStart;  ///< in the target, of the last message that began a piece, bytes
     qint64 m_straysBefore = 0;
     qint64 m_settledMessages = 0; ///< that no later failure can take away
     qint64 m_settledStrays = 0;
     ExactMailboxCopy m_result;
+    AheadQueue<ReadPiece> m_pieces;
 };
 } // namespace
 
