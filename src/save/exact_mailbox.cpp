@@ -117,7 +117,7 @@ public:
     Copy(ByteSource *source, MailboxFile *target)
         : m_source(source),
           m_target(target),
-          m_text(target, ExactText::Quoting::None),
+          m_text([target](std::string_view bytes) { target->append(bytes); }, ExactText::Quoting::None),
           m_messageStart(target->size()),
           m_pieces([source](AheadQueue<ReadPiece> *pieces) { readAll(source, pieces); })
     {

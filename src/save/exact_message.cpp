@@ -126,7 +126,10 @@ class MessageCopy
 {
 public:
     MessageCopy(ByteSource *source, MailboxFile *target, const std::function<bool()> &goOn)
-        : m_source(source), m_target(target), m_goOn(goOn), m_text(target, ExactText::Quoting::Mboxrd)
+        : m_source(source),
+          m_target(target),
+          m_goOn(goOn),
+          m_text([target](std::string_view bytes) { target->append(bytes); }, ExactText::Quoting::Mboxrd)
     {
     }
 

@@ -16,7 +16,9 @@
 
 namespace
 {
-constexpr qint64 blockBytes = 57 * 4 * 1024; // whole lines of base64
+constexpr qint64 blockBytes = 57 * 1024; // whole lines of base64
+constexpr size_t pieceBytes = 256 * 1024;
+constexpr int longestTag = 4096;
 
 std::string_view view(const QByteArray &bytes)
 {
@@ -44,7 +46,6 @@ bool holdsTag(const QByteArray &body)
 {
     static const QRegularExpression tag(QStringLiteral("^(/?[a-z][a-z0-9]*(\\s[^<>]*)?/?>|!--|!doctype\\s)"),
                                         QRegularExpression::CaseInsensitiveOption);
-    constexpr int longestTag = 4096;
     for (int at = body.indexOf('<'); at >= 0; at = body.indexOf('<', at + 1)) {
         const int end = std::min(body.size(), at + longestTag);
         const auto close = std::find_if(body.begin() + at + 1, body.begin() + end,
@@ -81,32 +82,72 @@ QByteArray attachmentHeaders(const Attachment &attachment)
     return headers + idsHeader("Content-ID", attachment.link.contentId) + '\n';
 }
 
-class OlmCopy
+// Gathers what is composed into the pieces of the queue.
+class PieceFiller
 {
 public:
-    OlmCopy(const MailMLRC &record, ByteSource *archive, MailboxFile *target,
-            const std::function<bool()> &goOn)
+    explicit PieceFiller(AheadQueue<ComposedPiece> *pieces) : m_pieces(pieces) { begin(); }
+
+    /// Nobody takes the pieces any more.
+    bool isStopped() const { return !m_piece; }
+    void append(std::string_view bytes)
+    {
+        if (m_piece)
+            m_piece->bytes.append(bytes);
+        if (m_piece && m_piece->bytes.size() >= pieceBytes)
+            give();
+    }
+    void endMessage(const ExactMessageCopy &result, const QStringList &problems)
+    {
+        if (!m_piece)
+            return;
+        m_piece->endsMessage = true;
+        m_piece->result = result;
+        m_piece->problems = problems;
+        give();
+    }
+
+private:
+    void give()
+    {
+        m_pieces->give();
+        begin();
+    }
+    void begin()
+    {
+        m_piece = m_pieces->toFill();
+        if (!m_piece)
+            return;
+        m_piece->bytes.clear();
+        m_piece->endsMessage = false;
+    }
+
+    AheadQueue<ComposedPiece> *m_pieces;
+    ComposedPiece *m_piece = nullptr;
+};
+
+class OlmComposer
+{
+public:
+    OlmComposer(const MailMLRC &record, ByteSource *archive, PieceFiller *target)
         : m_record(record),
           m_archive(archive),
           m_target(target),
-          m_goOn(goOn),
-          m_text(target, ExactText::Quoting::Mboxrd)
+          m_text([target](std::string_view bytes) { target->append(bytes); }, ExactText::Quoting::Mboxrd)
     {
     }
 
-    ExactMessageCopy run()
+    void run()
     {
         m_mail = readOlmMail(m_archive, m_record.llXmlOffset, m_record.llXmlSize);
-        const qint64 before = m_target->size();
+        m_result.partError = m_mail.error;
         if (m_mail.error.isEmpty())
             compose();
         else
-            m_result.partError = m_mail.error;
-        if (m_result.end == ExactEnd::Whole && !m_mail.error.isEmpty())
             m_result.end = ExactEnd::Unreadable;
-        if (m_result.end != ExactEnd::Whole)
-            m_target->truncate(before);
-        return m_result;
+        if (m_result.end != ExactEnd::Whole && m_result.partError.isEmpty())
+            m_result.partError = m_archive->errorString();
+        m_target->endMessage(m_result, m_problems);
     }
 
 private:
@@ -126,7 +167,7 @@ private:
         if (!boundary.isEmpty())
             take("\n--" + boundary + "--\n");
         m_text.end();
-        m_target->append('\n');
+        m_target->append("\n");
         m_result.quotedLines = m_text.quotedLines();
     }
 
@@ -164,7 +205,7 @@ private:
                 continue;
             }
             ++m_result.emptyParts;
-            reportProblem(
+            m_problems.append(
                 Problem::tr("an attachment that is not in the archive was left out of its message: %1/%2")
                     .arg(m_archive->path(), link.url));
         }
@@ -172,14 +213,33 @@ private:
 
     void writeBody()
     {
-        take(QByteArray("Content-Type: text/") + (holdsTag(m_mail.body) ? "html" : "plain") +
+        take(QByteArray("Content-Type: text/") + (bodyHoldsTag() ? "html" : "plain") +
              "; charset=UTF-8\nContent-Transfer-Encoding: quoted-printable\n\n");
-        const QByteArray &body = m_mail.body;
         TransferEncoder encoder(TransferEncoder::Form::QuotedPrintable,
                                 [this](std::string_view bytes) { m_text.take(bytes); });
-        for (qint64 at = 0; at < body.size(); at += blockBytes)
-            encoder.take(view(body).substr(static_cast<size_t>(at), static_cast<size_t>(blockBytes)));
+        readBody([&](std::string_view bytes) { encoder.take(bytes); });
         encoder.end();
+    }
+
+    // A body that is too long to be held is read once more.
+    void readBody(const TakeBytes &use)
+    {
+        if (m_mail.body.size() == m_mail.bodyBytes)
+            use(view(m_mail.body));
+        else
+            readOlmBody(m_archive, m_record.llXmlOffset, m_record.llXmlSize, use);
+    }
+
+    bool bodyHoldsTag()
+    {
+        QByteArray text;
+        bool found = holdsTag(m_mail.body);
+        if (!found && m_mail.body.size() < m_mail.bodyBytes)
+            readBody([&](std::string_view bytes) {
+                text = text.right(longestTag).append(bytes.data(), static_cast<int>(bytes.size()));
+                found = found || holdsTag(text);
+            });
+        return found;
     }
 
     // Calls `use` for the bytes of an attachment, in pieces.
@@ -190,12 +250,10 @@ private:
         for (qint64 done = 0; done < place.size && m_result.end == ExactEnd::Whole;) {
             const qint64 wanted = std::min(blockBytes, place.size - done);
             const qint64 got = m_archive->read(place.offset + done, block.data(), wanted);
-            if (got <= 0) {
+            if (got <= 0)
                 m_result.end = ExactEnd::Unreadable;
+            if (got <= 0 || m_target->isStopped())
                 return;
-            }
-            if (!m_goOn())
-                m_result.end = ExactEnd::Stopped;
             use(std::string_view(block.data(), static_cast<size_t>(got)));
             done += got;
         }
@@ -240,17 +298,48 @@ private:
 
     const MailMLRC &m_record;
     ByteSource *m_archive;
-    MailboxFile *m_target;
-    const std::function<bool()> &m_goOn;
+    PieceFiller *m_target;
     ExactText m_text;
     OlmMail m_mail;
     std::vector<Attachment> m_attachments;
     ExactMessageCopy m_result;
+    QStringList m_problems;
 };
+
+void composeAll(const std::vector<const MailMLRC *> &records, ByteSource *archive,
+                AheadQueue<ComposedPiece> *pieces)
+{
+    PieceFiller filler(pieces);
+    for (const MailMLRC *record : records) {
+        if (filler.isStopped())
+            return;
+        OlmComposer(*record, archive, &filler).run();
+    }
+}
 } // namespace
 
-ExactMessageCopy copyOlmMessageExactly(const MailMLRC &record, ByteSource *archive, MailboxFile *target,
-                                       const std::function<bool()> &goOn)
+OlmMessages::OlmMessages(std::vector<const MailMLRC *> records, ByteSource *archive)
+    : m_pieces([records = std::move(records), archive](AheadQueue<ComposedPiece> *pieces) {
+          composeAll(records, archive, pieces);
+      })
 {
-    return OlmCopy(record, archive, target, goOn).run();
+}
+
+ExactMessageCopy OlmMessages::appendNext(MailboxFile *target, const std::function<bool()> &goOn)
+{
+    const qint64 before = target->size();
+    ExactMessageCopy result;
+    result.end = ExactEnd::Stopped;
+    while (const ComposedPiece *piece = goOn() ? m_pieces.next() : nullptr) {
+        target->append(piece->bytes);
+        if (!piece->endsMessage)
+            continue;
+        result = piece->result;
+        for (const QString &problem : piece->problems)
+            reportProblem(problem);
+        break;
+    }
+    if (result.end != ExactEnd::Whole)
+        target->truncate(before);
+    return result;
 }

@@ -152,25 +152,26 @@ void ExactSaving::saveMessage(ByteSource source)
         return;
     }
     openTarget();
-    tellMessage(copyMessageExactly(&source, &m_target, m_goOn), place, source);
+    const ExactMessageCopy copy = copyMessageExactly(&source, &m_target, m_goOn);
+    tellMessage(copy, place, source.errorString());
 }
 
-void ExactSaving::saveOlmMessage(const MailMLRC &record, ByteSource *archive)
+void ExactSaving::saveOlmMessage(const MailMLRC &record, OlmMessages *messages)
 {
     saveLedger.addFound();
     openTarget();
     const MessagePlace place{m_selectedFile, record.llXmlOffset};
-    tellMessage(copyOlmMessageExactly(record, archive, &m_target, m_goOn), place, *archive);
+    tellMessage(messages->appendNext(&m_target, m_goOn), place, QString());
 }
 
 void ExactSaving::tellMessage(const ExactMessageCopy &copy, const MessagePlace &place,
-                              const ByteSource &source)
+                              const QString &sourceError)
 {
-    const QString error = copy.partError.isEmpty() ? source.errorString() : copy.partError;
+    const QString error = copy.partError.isEmpty() ? sourceError : copy.partError;
     if (copy.end == ExactEnd::Stopped) {
         saveLedger.addLeftOut({place.path, place.offset, 1, LeftOutReason::Stopped, QString()});
     } else if (copy.end != ExactEnd::Whole) {
-        const bool part = source.errorString().isEmpty() && !bOlmFileFound;
+        const bool part = sourceError.isEmpty() && !bOlmFileFound;
         saveLedger.addLeftOut(
             {place.path, place.offset, 1, part ? LeftOutReason::Part : LeftOutReason::Unreadable, error});
         reportUnread(Problem::tr("a message was left out, it can't be read: %1 (%2)").arg(place.path, error));

@@ -7,6 +7,7 @@
 
 #include <functional>
 
+class OlmMessages;
 struct MailMLRC;
 
 /// Saves exact copies of the ticked folders into a bundle, one source file or .olm message after the other, and keeps
@@ -23,15 +24,15 @@ public:
     void saveMailbox(const MailItemNode &mailbox, const std::function<void(int percent)> &progress);
     /// A file with one message, opened ahead.
     void saveMessage(ByteSource source);
-    /// A message of the archive.
-    void saveOlmMessage(const MailMLRC &record, ByteSource *archive);
+    /// A message of the archive: the next of `messages`, whose record this is.
+    void saveOlmMessage(const MailMLRC &record, OlmMessages *messages);
     /// Nothing is left to be written then.
     void closeMailbox();
 
 private:
     bool openTarget();
     void tellMailbox(const MailItemNode &mailbox, const ExactMailboxCopy &copy, const ByteSource &source);
-    void tellMessage(const ExactMessageCopy &copy, const MessagePlace &place, const ByteSource &source);
+    void tellMessage(const ExactMessageCopy &copy, const MessagePlace &place, const QString &sourceError);
 
     SaveMode m_mode;
     std::function<bool()> m_goOn;

@@ -8,18 +8,18 @@ namespace
 constexpr std::string_view separatorStart = "From ";
 }
 
-void ExactText::append(std::string_view bytes)
+void ExactText::give(std::string_view bytes)
 {
     if (bytes.empty())
         return;
-    m_target->append(bytes);
+    m_give(bytes);
     m_endsLine = bytes.back() == '\n';
 }
 
 void ExactText::releaseCr()
 {
     if (m_heldCr)
-        append("\r");
+        give("\r");
     m_heldCr = false;
 }
 
@@ -30,18 +30,18 @@ size_t ExactText::takeLineStart(std::string_view bytes)
     size_t at = 0;
     while (m_matched == 0 && at < bytes.size() && bytes[at] == '>')
         ++at;
-    append(bytes.substr(0, at));
+    give(bytes.substr(0, at));
     while (at < bytes.size() && m_matched < separatorStart.size() && bytes[at] == separatorStart[m_matched]) {
         ++at;
         ++m_matched;
     }
     if (m_matched == separatorStart.size()) {
-        append(">");
+        give(">");
         ++m_quotedLines;
     } else if (at == bytes.size()) {
         return at; // more may come
     }
-    append(separatorStart.substr(0, m_matched));
+    give(separatorStart.substr(0, m_matched));
     m_matched = 0;
     m_atLineStart = false;
     return at;
@@ -59,7 +59,7 @@ size_t ExactText::takePlainLines(std::string_view bytes)
             break;
         taken = end + 1;
     }
-    append(bytes.substr(0, taken));
+    give(bytes.substr(0, taken));
     return taken;
 }
 
@@ -90,7 +90,7 @@ void ExactText::takePlain(std::string_view bytes)
 {
     if (m_matched > 0 || m_heldCr || bytes.empty())
         return take(bytes);
-    append(bytes);
+    give(bytes);
     m_atLineStart = m_endsLine;
 }
 
@@ -103,16 +103,16 @@ void ExactText::takeRest(std::string_view bytes)
         text.remove_suffix(1);
         m_heldCr = !whole;
     }
-    append(text);
+    give(text);
     if (whole)
-        append("\n");
+        give("\n");
     m_atLineStart = whole;
 }
 
 void ExactText::end()
 {
-    append(separatorStart.substr(0, m_matched));
+    give(separatorStart.substr(0, m_matched));
     releaseCr();
     if (!m_endsLine)
-        append("\n");
+        give("\n");
 }

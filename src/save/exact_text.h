@@ -1,12 +1,12 @@
 #pragma once
 
-#include "save/mailbox_file.h"
+#include "text/transfer_encoding.h"
 
 #include <QtGlobal>
 
 #include <string_view>
 
-/// Appends the bytes of one message to a mailbox, CR LF as LF and with a line feed at its end; nothing else changes.
+/// Gives the bytes of one message for a mailbox, CR LF as LF and with a line feed at its end; nothing else changes.
 /// The bytes come in pieces of any size and are never gathered.
 class ExactText
 {
@@ -16,7 +16,7 @@ public:
         Mboxrd ///< a line that matches "^>*From " gets one more ">", which readers of that form take off again
     };
 
-    ExactText(MailboxFile *target, Quoting quoting) : m_target(target), m_quotes(quoting == Quoting::Mboxrd)
+    ExactText(TakeBytes give, Quoting quoting) : m_give(std::move(give)), m_quotes(quoting == Quoting::Mboxrd)
     {
     }
 
@@ -33,14 +33,14 @@ private:
     size_t takePlainLines(std::string_view bytes);
     size_t takeLineStart(std::string_view bytes);
     void takeRest(std::string_view bytes);
-    void append(std::string_view bytes);
+    void give(std::string_view bytes);
     void releaseCr();
 
-    MailboxFile *m_target;
+    TakeBytes m_give;
     bool m_quotes;
     bool m_atLineStart = true; ///< nothing of the line but ">"s and a part of "From " has come
     size_t m_matched = 0;      ///< bytes of "From " that are held back
     bool m_heldCr = false;     ///< a CR that a line feed may follow
-    bool m_endsLine = false;   ///< what was appended last is a line feed
+    bool m_endsLine = false;   ///< what was given last is a line feed
     qint64 m_quotedLines = 0;
 };

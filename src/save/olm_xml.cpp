@@ -1,18 +1,23 @@
 #include "save/olm_xml.h"
 
 #include "app/problem_log.h"
+#include "save/olm_xml_text.h"
+#include "text/vector_search.h"
 
-#include <QRegularExpression>
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
 #include <algorithm>
 #include <memory>
-#include <optional>
+#include <string_view>
+#include <utility>
 
 namespace
 {
 constexpr qint64 pieceBytes = 16 * 1024;
+constexpr int mostUnfed = 64 * 1024;
+constexpr int longestHeldBody = 1024 * 1024;
+constexpr char bodyElement[] = "OPFMessageCopyBody";
 
 /// Where the text of an element goes.
 struct TextElement {
@@ -44,82 +49,6 @@ constexpr PeopleElement peopleElements[] = {
     {"OPFMessageCopyBCCAddresses", &OlmMail::bcc},
 };
 
-bool isAllowed(uint character)
-{
-    if (character < ' ')
-        return character == '\t' || character == '\n' || character == '\r';
-    return !QChar::isSurrogate(character) && !QChar::isNonCharacter(character) &&
-           character <= QChar::LastValidCodePoint;
-}
-
-// Makes XML of text that comes in pieces: what would end a strict reader is taken out or escaped.
-class XmlCleaner
-{
-public:
-    /// `isLast`: nothing follows.
-    QString take(const QString &piece, bool isLast)
-    {
-        m_text += piece;
-        QString xml;
-        int at = 0;
-        for (int start = 0; at < m_text.size(); start = at) {
-            at = static_cast<int>(std::find_if(m_text.cbegin() + at, m_text.cend(), needsLook) -
-                                  m_text.cbegin());
-            xml += m_text.midRef(start, at - start);
-            if (at == m_text.size() || (!isLast && m_text.size() - at < longestReference))
-                break; // more of a reference may come
-            at += takeCharacter(at, &xml);
-        }
-        m_text.remove(0, at);
-        return xml;
-    }
-
-private:
-    static constexpr int longestReference = 10; // "&#1114111;"
-
-    static bool needsLook(QChar c)
-    {
-        return c == QLatin1Char('&') || c.unicode() >= 0xFFFE ||
-               (c < QLatin1Char(' ') && !isAllowed(c.unicode()));
-    }
-
-    // Gives how many characters it took: those of a reference, or one. A "&" that starts none is escaped.
-    int takeCharacter(int at, QString *xml) const
-    {
-        if (m_text.at(at) != QLatin1Char('&'))
-            return 1;
-        const int longest = std::min(longestReference, m_text.size() - at);
-        const QStringRef text = m_text.midRef(at, longest);
-        const QStringRef reference = text.left(text.indexOf(QLatin1Char(';')) + 1);
-        const std::optional<QString> kept = keptReference(reference);
-        *xml += kept.value_or(QStringLiteral("&amp;"));
-        return kept ? reference.size() : 1;
-    }
-
-    // What stands for "&lt;" or "&#233;" in XML, nothing for a character that XML does not allow; none for "&x;".
-    static std::optional<QString> keptReference(const QStringRef &reference)
-    {
-        static const QLatin1String known[] = {QLatin1String("&lt;"), QLatin1String("&gt;"),
-                                              QLatin1String("&amp;"), QLatin1String("&quot;"),
-                                              QLatin1String("&apos;")};
-        if (std::find(std::begin(known), std::end(known), reference) != std::end(known))
-            return reference.toString();
-        if (reference == QLatin1String("&nbsp;"))
-            return QString(QChar::Nbsp);
-        if (!reference.startsWith(QLatin1String("&#")))
-            return std::nullopt;
-        const bool isHex = reference.startsWith(QLatin1String("&#x"));
-        const QStringRef digits = reference.mid(isHex ? 3 : 2).chopped(1);
-        bool isNumber = false;
-        const uint character = digits.toUInt(&isNumber, isHex ? 16 : 10);
-        if (!isNumber || !digits.at(0).isLetterOrNumber())
-            return std::nullopt;
-        return isAllowed(character) ? reference.toString() : QString();
-    }
-
-    QString m_text; ///< that has not been given yet
-};
-
 template <typename Row, size_t Count>
 const Row *rowOf(const Row (&rows)[Count], const QStringRef &name)
 {
@@ -145,13 +74,17 @@ QDateTime utcOf(const QString &value)
     return QDateTime::fromString(hasZone ? text : time + QLatin1Char('Z'), Qt::ISODate).toUTC();
 }
 
+// Reads a message of XML. The XML reader gets all of it but the body's text, which it would hold as a whole and go
+// through byte by byte.
 class MailReader
 {
 public:
-    MailReader(ByteSource *archive, qint64 start, qint64 end)
+    /// `takeBody` gets the body in pieces.
+    MailReader(ByteSource *archive, qint64 start, qint64 end, TakeBytes takeBody)
         : m_archive(archive),
           m_position(start),
           m_end(end),
+          m_takeBody(std::move(takeBody)),
           m_decoder(QTextCodec::codecForName("UTF-8")->makeDecoder())
     {
         m_xml.setNamespaceProcessing(false);
@@ -175,12 +108,55 @@ private:
     void next()
     {
         while (m_xml.readNext() == QXmlStreamReader::Invalid &&
-               m_xml.error() == QXmlStreamReader::PrematureEndOfDocumentError && m_position < m_end) {
-            QByteArray piece(static_cast<int>(std::min(pieceBytes, m_end - m_position)), Qt::Uninitialized);
-            piece.truncate(static_cast<int>(m_archive->read(m_position, piece.data(), piece.size())));
-            m_position = piece.isEmpty() ? m_end : m_position + piece.size();
-            m_xml.addData(m_cleaner.take(m_decoder->toUnicode(piece), m_position == m_end));
+               m_xml.error() == QXmlStreamReader::PrematureEndOfDocumentError && feed())
+            ;
+    }
+
+    // Gives the XML reader what has come up to the body's start tag, or up to the last tag; false at the end.
+    bool feed()
+    {
+        static const QByteArray bodyTag = QByteArray("<") + bodyElement;
+        m_cutsAtBodyTag = m_cutsAtBodyTag && !m_isBehindBodyTag; // it was none, or had a ">" in an attribute
+        for (;;) {
+            const int tag = m_cutsAtBodyTag ? m_unfed.indexOf(bodyTag) : -1;
+            int end = (tag < 0 ? m_unfed.lastIndexOf('>') : m_unfed.indexOf('>', tag)) + 1;
+            m_isBehindBodyTag = tag >= 0 && end > 0;
+            if (end == 0 && m_unfed.size() < mostUnfed && readPiece())
+                continue;
+            if (end == 0) // a text of any length, or the rest
+                end = m_unfed.lastIndexOf('<') > 0 ? m_unfed.lastIndexOf('<') : m_unfed.size();
+            if (end == 0)
+                return false;
+            const bool isWhole = m_unfed.at(end - 1) == '>' || m_position == m_end;
+            m_xml.addData(m_xmlText.take(taken(end), isWhole));
+            return true;
         }
+    }
+
+    // Takes the next bytes of the archive; false behind the last one.
+    bool readPiece()
+    {
+        QByteArray piece(static_cast<int>(std::min(pieceBytes, m_end - m_position)), Qt::Uninitialized);
+        piece.truncate(static_cast<int>(m_archive->read(m_position, piece.data(), piece.size())));
+        m_position = piece.isEmpty() ? m_end : m_position + piece.size();
+        m_unfed += validUtf8(piece);
+        return !piece.isEmpty();
+    }
+
+    // Broken UTF-8 as U+FFFD; a character that the piece ends in comes with the next one.
+    QByteArray validUtf8(const QByteArray &piece)
+    {
+        const auto isHigh = [](auto byte) { return byte < '\0'; };
+        const bool isAscii = findByte(piece.begin(), piece.end(), isHigh) == piece.end();
+        return isAscii && !m_decoder->needsMoreData() ? piece : m_decoder->toUnicode(piece).toUtf8();
+    }
+
+    // The first bytes of what has come, which are dealt with then.
+    QByteArray taken(int count)
+    {
+        const QByteArray bytes = m_unfed.left(count);
+        m_unfed.remove(0, count);
+        return bytes;
     }
 
     // True if it has read on to the element's end.
@@ -199,21 +175,43 @@ private:
             m_mail.attachments.append(
                 {attribute(m_xml, "OPFAttachmentURL"), attribute(m_xml, "OPFAttachmentName"),
                  attribute(m_xml, "OPFAttachmentContentType"), attribute(m_xml, "OPFAttachmentContentID")});
-        return takeText(name);
+        const bool isBodyTag = name.startsWith(QLatin1String(bodyElement));
+        return takeText(name, isBodyTag && std::exchange(m_isBehindBodyTag, false));
     }
 
-    bool takeText(const QStringRef &name)
+    // `isCut`: the XML reader has got nothing behind the start tag.
+    bool takeText(const QStringRef &name, bool isCut)
     {
         const TextElement *text = rowOf(textElements, name);
         const TimeElement *time = rowOf(timeElements, name);
-        const bool isBody = name == QLatin1String("OPFMessageCopyBody");
+        const bool isBody = name == QLatin1String(bodyElement);
         if (text)
             m_mail.*text->text = QString::fromUtf8(elementText());
         if (time)
             m_mail.*time->time = utcOf(QString::fromUtf8(elementText()));
         if (isBody)
-            m_mail.body = elementText().replace("\r\n", "\n");
+            takeBody(isCut);
         return text || time || isBody;
+    }
+
+    // The text is taken up to the next tag; only where that is not the end tag, the XML reader takes the rest.
+    void takeBody(bool isCut)
+    {
+        OlmXmlText text(OlmXmlText::Form::Plain);
+        for (bool isWhole = !isCut; !isWhole;) {
+            if (m_unfed.isEmpty())
+                readPiece();
+            const int tag = m_unfed.indexOf('<');
+            isWhole = tag >= 0 || m_unfed.isEmpty();
+            giveBody(text.take(taken(tag >= 0 ? tag : m_unfed.size()), isWhole));
+        }
+        giveBody(elementText().replace("\r\n", "\n"));
+    }
+
+    void giveBody(const QByteArray &bytes)
+    {
+        m_mail.bodyBytes += bytes.size();
+        m_takeBody({bytes.constData(), static_cast<size_t>(bytes.size())});
     }
 
     // All text up to the end of the element.
@@ -232,8 +230,12 @@ private:
     ByteSource *m_archive;
     qint64 m_position;
     qint64 m_end;
+    TakeBytes m_takeBody;
     std::unique_ptr<QTextDecoder> m_decoder;
-    XmlCleaner m_cleaner;
+    QByteArray m_unfed;             ///< has come from the archive and is not dealt with
+    bool m_cutsAtBodyTag = true;
+    bool m_isBehindBodyTag = false; ///< what the XML reader got last ends in the body's start tag
+    OlmXmlText m_xmlText{OlmXmlText::Form::Xml};
     QXmlStreamReader m_xml;
     QList<MailPerson> *m_people = nullptr; ///< the list whose addresses are read
     OlmMail m_mail;
@@ -244,18 +246,36 @@ qint64 startOfMessage(ByteSource *archive, qint64 offset, qint64 size)
 {
     QByteArray head(static_cast<int>(qBound<qint64>(0, size, pieceBytes)), Qt::Uninitialized);
     head.truncate(static_cast<int>(archive->read(offset, head.data(), head.size())));
-    static const QRegularExpression tag(QStringLiteral("<email[ >\t\r\n]"));
-    const qint64 at = tag.match(QString::fromLatin1(head)).capturedStart();
+    constexpr char tag[] = "<email"; // not "<emails", which may hold it
+    int at = head.indexOf(tag);
+    while (at >= 0 && !QByteArray(" >\t\r\n").contains(head.mid(at + 6, 1)))
+        at = head.indexOf(tag, at + 1);
     return at < 0 ? -1 : offset + at;
+}
+
+OlmMail readMail(ByteSource *archive, qint64 offset, qint64 size, const TakeBytes &takeBody)
+{
+    const qint64 start = startOfMessage(archive, offset, size);
+    if (start >= 0)
+        return MailReader(archive, start, offset + size, takeBody).read();
+    OlmMail none;
+    none.error = Problem::tr("there is no message");
+    return none;
 }
 } // namespace
 
 OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size)
 {
-    const qint64 start = startOfMessage(archive, offset, size);
-    if (start >= 0)
-        return MailReader(archive, start, offset + size).read();
-    OlmMail none;
-    none.error = Problem::tr("there is no message");
-    return none;
+    QByteArray body;
+    OlmMail mail = readMail(archive, offset, size, [&body](std::string_view bytes) {
+        const size_t room = static_cast<size_t>(longestHeldBody - body.size());
+        body.append(bytes.data(), static_cast<int>(std::min(bytes.size(), room)));
+    });
+    mail.body = body;
+    return mail;
+}
+
+void readOlmBody(ByteSource *archive, qint64 offset, qint64 size, const TakeBytes &take)
+{
+    readMail(archive, offset, size, take);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/byte_source.h"
 #include "text/mail_header.h"
+#include "text/transfer_encoding.h"
 
 #include <QDateTime>
 
@@ -25,12 +26,14 @@ struct OlmMail {
     QString references;
     QDateTime sent; ///< in UTC, as the next; invalid where there is none
     QDateTime received;
-    QByteArray body; ///< in UTF-8, escapes undone once, lines end with a line feed
+    QByteArray body;      ///< in UTF-8, escapes undone once, lines end with a line feed; 1 MiB of it at most
+    qint64 bodyBytes = 0; ///< of the whole body
     QList<OlmAttachmentLink> attachments;
     QString error; ///< why the XML can't be read; "" where it can
 };
 
 /// Reads one message: of these bytes of an archive, which hold its "<email>" start tag, all up to its end tag. What XML
-/// does not allow (control characters, broken UTF-8, a bare "&", "&nbsp;") is borne. The XML is read in pieces; what
-/// is held is the message.
+/// does not allow (control characters, broken UTF-8, a bare "&", "&nbsp;") is borne. The XML is read in pieces.
 OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size);
+/// The body of such a message in pieces, however long.
+void readOlmBody(ByteSource *archive, qint64 offset, qint64 size, const TakeBytes &take);

@@ -4,15 +4,29 @@
 #include "app/problem_log.h"
 #include "app/shared_state.h"
 #include "platform/read_ahead.h"
+#include "save/exact_olm.h"
 #include "save/exact_save.h"
 #include "save/message_counter.h"
 #include "save/ticked_items.h"
 
 #include <memory>
+#include <optional>
 
 namespace
 {
 constexpr size_t startBytes = 64 * 1024; // most messages whole
+
+std::vector<const MailMLRC *> tickedRecords()
+{
+    std::vector<const MailMLRC *> records;
+    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next) {
+        if (folder->state != stateTicked)
+            continue;
+        const auto &ofFolder = olmRecordsOfFolder(folder->folderId);
+        records.insert(records.end(), ofFolder.begin(), ofFolder.end());
+    }
+    return records;
+}
 } // namespace
 
 // Goes through the ticked folders as the fixed forms do. After a stop there are no end signals.
@@ -77,18 +91,17 @@ bool QMailSaving::saveExactArchive()
         return true;
     }
     ExactSaving saving(m_mode, [] { return !bStopFlag; });
-    for (const FolderAttribNode *folder = StartFldrAtrib; folder; folder = folder->next) {
-        if (folder->state != stateTicked)
-            continue;
-        for (const MailMLRC *record : olmRecordsOfFolder(folder->folderId)) {
-            if (bStopFlag)
-                break;
-            saving.enterFolder(folder->folderId);
-            saving.saveOlmMessage(*record, &archive);
-            ++noOfConvertedMessage;
-            showPercent(static_cast<int>(noOfConvertedMessage * 100 / ulCount));
-        }
+    const std::vector<const MailMLRC *> records = tickedRecords();
+    std::optional<OlmMessages> messages(std::in_place, records, &archive);
+    for (const MailMLRC *record : records) {
+        if (bStopFlag)
+            break;
+        saving.enterFolder(record->llParentId);
+        saving.saveOlmMessage(*record, &*messages);
+        ++noOfConvertedMessage;
+        showPercent(static_cast<int>(noOfConvertedMessage * 100 / ulCount));
     }
+    messages.reset();
     saving.closeMailbox();
     reportUnread(archive.errorString());
     leaveOutRecords(noOfConvertedMessage, LeftOutReason::Stopped, QString());
