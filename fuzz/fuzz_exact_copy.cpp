@@ -1,11 +1,13 @@
 // Exact copies of hostile bytes: as a message file, a partial message, a mailbox, the XML of an archive. Places that a
-// reader gives lie in the source, and what is counted as found is counted as written.
+// reader gives lie in the source, what is counted as found is counted as written, and where a text is cut into pieces
+// does not matter.
 
 #include "save/exact_mailbox.h"
 #include "save/exact_message.h"
 #include "save/exact_parts.h"
 #include "save/mail_separator.h"
 #include "save/olm_xml.h"
+#include "save/olm_xml_text.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -34,6 +36,29 @@ void copyMailbox(std::string_view bytes)
     if (copy.end != ExactEnd::Whole || copy.found != copy.written || none.size() > size + 1)
         std::abort();
 }
+
+void readArchive(std::string_view bytes)
+{
+    ByteSource source = ByteSource::ofBytes(bytes);
+    const OlmMail mail = readOlmMail(&source, 0, source.size());
+    QByteArray body;
+    readOlmBody(&source, 0, source.size(), [&body](std::string_view piece) {
+        body.append(piece.data(), static_cast<int>(piece.size()));
+    });
+    if (body.size() != mail.bodyBytes || !body.startsWith(mail.body))
+        std::abort();
+}
+
+void cutText(const QByteArray &text)
+{
+    for (const OlmXmlText::Form form : {OlmXmlText::Form::Xml, OlmXmlText::Form::Plain}) {
+        OlmXmlText whole(form);
+        OlmXmlText cut(form);
+        const int middle = text.size() / 2;
+        if (cut.take(text.left(middle), false) + cut.take(text.mid(middle), true) != whole.take(text, true))
+            std::abort();
+    }
+}
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
@@ -48,7 +73,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             part.contentPlace > source.size())
             std::abort();
     const QByteArray text(bytes.data(), static_cast<int>(bytes.size()));
-    readOlmMail(&source, 0, source.size());
+    readArchive(bytes);
+    cutText(text);
     firstAddress(text);
     mailDate(text);
     return 0;
