@@ -85,6 +85,7 @@ bool ExactSaving::openTarget()
         prepareOutlookBundle(chosenBundle());
     m_hasBundle = true;
     if (!m_target.isOpen()) {
+        closeMailbox();
         m_target.open(m_place.file, finderCodes());
         saveLedger.enterTarget(m_place.file);
     }

@@ -88,6 +88,7 @@ private slots:
             QCOMPARE(readFiles(out()), before);
             save(SaveMode::Write, toApple);
             limitFiles(RLIM_INFINITY);
+            bExactCopies = false;
             QCOMPARE(account(), expected);
             checkEquations();
             if (!expected.contains("unwritable")) {
@@ -215,6 +216,13 @@ private slots:
             many.insert(QString("a/In.mbox/Messages/%1.emlx").arg(i), "0\n" + QByteArray(60000, 'x'));
         change(
             "disk full", 2, many, [] { limitFiles(700000); },
+            "20 = 10 + 0 + 10, 0" + QByteArray(", unwritable 1").repeated(10));
+        change(
+            "disk full, exact copies", 2, many,
+            [] {
+                limitFiles(700000);
+                bExactCopies = true;
+            },
             "20 = 10 + 0 + 10, 0" + QByteArray(", unwritable 1").repeated(10));
         change("stopped mailbox", 3, {{"Mail/A", first + "x\n\n" + second}}, stopFrom(0),
                "2 = 0 + 0 + 2, 0, stopped 2");
