@@ -48,12 +48,14 @@ public:
         const bool isLast = !failed && m_position + got >= m_source->size();
         Piece piece;
         piece.start = m_position;
+        piece.beginsMessage = m_isAtMessage;
         piece.bytes = {block->data(), static_cast<size_t>(got)};
         const size_t feed = piece.bytes.rfind('\n');
         if (!isLast && feed != std::string_view::npos)
             piece.bytes = piece.bytes.substr(0, feed + 1);
         const Piece withoutLast = countLines(&piece);
-        if (!isLast && !withoutLast.bytes.empty())
+        m_isAtMessage = !isLast && !withoutLast.bytes.empty();
+        if (m_isAtMessage)
             piece = withoutLast;
         else if (failed)
             piece.bytes = {};
@@ -102,7 +104,8 @@ private:
     ByteSource *m_source;
     qint64 m_position = 0;
     bool m_atLineStart = true;
-    bool m_isFirst = true; ///< the first line of a mailbox begins a message whatever it holds
+    bool m_isAtMessage = true; ///< where the next piece begins a message does, also if it can't be read
+    bool m_isFirst = true;     ///< the first line of a mailbox begins a message whatever it holds
 };
 
 /// A piece and the memory that it stands in.
@@ -125,31 +128,32 @@ public:
 
     ExactMailboxCopy run(const std::function<bool(qint64)> &goOn)
     {
-        const ReadPiece *read = m_pieces.next();
-        for (; read; read = m_pieces.next()) {
-            if (!goOn(read->piece.start)) {
+        const Piece *piece = &m_pieces.next()->piece;
+        for (; !piece->bytes.empty(); piece = &m_pieces.next()->piece) {
+            if (!goOn(piece->start)) {
                 m_result.end = ExactEnd::Stopped;
                 break;
             }
-            take(read->piece);
+            take(*piece);
         }
         m_pieces.stop();
         if (m_result.end == ExactEnd::Whole && !m_source->errorString().isEmpty())
             m_result.end = ExactEnd::Unreadable;
-        finish(read ? read->piece : Piece());
+        finish(*piece);
         return m_result;
     }
 
 private:
-    // Looking through a piece takes about as long as the system takes to write another.
+    // Looking through a piece takes about as long as the system takes to write another. The last one is empty.
     static void readAll(ByteSource *source, AheadQueue<ReadPiece> *pieces)
     {
         PieceReader reader(source);
         while (ReadPiece *next = pieces->toFill()) {
             next->piece = reader.read(&next->block);
-            if (next->piece.bytes.empty())
-                return;
+            const bool isLast = next->piece.bytes.empty();
             pieces->give();
+            if (isLast)
+                return;
         }
     }
 

@@ -1,6 +1,7 @@
 #include "browse/folder_tree.h"
 #include "data_table.h"
 #include "olm_files.h"
+#include "save/exact_mailbox.h"
 #include "save/mail_saving.h"
 #include "save/save_ledger.h"
 #include "scan_run.h"
@@ -273,6 +274,34 @@ private slots:
         row("nested", numbers, filled(nested, false), filled(nested, true), "1");
     }
     void parts() { checkRow(); }
+
+    // What a mailbox has before a place that can't be read arrives, message by message.
+    void failingMailbox()
+    {
+        QByteArray mailbox;
+        std::vector<int> starts; // of the messages
+        for (int i = 0; i < 300; ++i) {
+            starts.push_back(mailbox.size());
+            mailbox += "From - Wed Nov 12 14:38:04 2014\n" +
+                       QByteArray(50 + i * 13 % 7, 'x').append('\n').repeated(60);
+        }
+        QTemporaryDir out;
+        for (const int place :
+             {1, 40, 300000, starts[100], starts[200], starts[200] + 1, mailbox.size() - 1}) {
+            const QString path = out.filePath(QString::number(place));
+            ByteSource source = ByteSource::failing({mailbox.constData(), size_t(mailbox.size())}, place);
+            MailboxFile target;
+            target.open(path, {});
+            const ExactMailboxCopy copy = copyMailboxExactly(&source, &target, [](qint64) { return true; });
+            target.close();
+            const QByteArray saved = readFiles(out.path()).value(QString::number(place));
+            const bool atStart = std::count(starts.begin(), starts.end(), saved.size()) > 0;
+            QVERIFY(mailbox.startsWith(saved) && atStart && saved.size() <= place);
+            QCOMPARE(copy.written, qint64(saved.count("From ")));
+            QCOMPARE(copy.found, copy.written + 1);
+            QCOMPARE(copy.cutOffset, qint64(saved.size()));
+        }
+    }
 
 private:
     // Saves all of a store and compares the mailboxes, by their paths below "Mail", and the account.
