@@ -119,11 +119,12 @@ def make_archive(path, mails):
                     behind.append(file)
                 elif place == "before":
                     archive.entry(file["url"], file["data"])
-            archive.entry(f"Local/box/Inbox/__message_attachment__{number}.xml", message_xml(mail))
+            xml = message_xml(mail).replace(b"></OPFMessageCopyBody>", b"/>\n  ")
+            archive.entry(f"Local/box/Inbox/__message_attachment__{number}.xml", xml)
         # What a strict reader of XML stops at, made by hand.
         broken = message_xml({"subject": "S", "body": "B"})
         broken = broken.replace(b">S<", b">a\x0bb&#11;&#xD800; AT&T&nbsp;\xff&apos;<").replace(
-            b">B<", b">&lt;p&gt;\r\nx &foo; &#8364;\xff&#11;&#13;\n<b>&amp;lt;<!-- > --></b><![CDATA[<c>]]>&#13;<")
+            b">B<", b">&lt;p&gt;\r\nx &foo; &#8364;\xff&#11;&#13;&#11;\n<b>&amp;lt;<!-- > --></b><![CDATA[<c>]]>&#13;<")
         archive.entry("Local/box/Inbox/__message_attachment__98.xml", broken)
         archive.entry("Local/box/Inbox/__message_attachment__99.xml", broken.replace(b"CopyBody ", b'CopyBody a=">" '))
         for file in behind:

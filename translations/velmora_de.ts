@@ -501,6 +501,14 @@
         <source>shorter than at the scan, messages are gone: </source>
         <translation>kürzer als beim Einlesen, Nachrichten sind weg: </translation>
     </message>
+    <message>
+        <source>a text in it is too long</source>
+        <translation>ein Text darin ist zu lang</translation>
+    </message>
+    <message>
+        <source>nested too deep</source>
+        <translation>zu tief geschachtelt</translation>
+    </message>
 </context>
 <context>
     <name>Problems</name>

@@ -11,7 +11,6 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <optional>
 #include <vector>
 
 namespace
@@ -129,9 +128,11 @@ private:
 class OlmComposer
 {
 public:
-    OlmComposer(const MailMLRC &record, ByteSource *archive, PieceFiller *target)
+    OlmComposer(const MailMLRC &record, ByteSource *archive, const std::function<bool()> &goOn,
+                PieceFiller *target)
         : m_record(record),
           m_archive(archive),
+          m_goOn(goOn),
           m_target(target),
           m_text([target](std::string_view bytes) { target->append(bytes); }, ExactText::Quoting::Mboxrd)
     {
@@ -139,14 +140,16 @@ public:
 
     void run()
     {
-        m_mail = readOlmMail(m_archive, m_record.llXmlOffset, m_record.llXmlSize);
-        m_result.partError = m_mail.error;
+        const QString errorBefore = m_archive->errorString();
+        m_mail = readOlmMail(m_archive, m_record.llXmlOffset, m_record.llXmlSize, m_goOn);
         if (m_mail.error.isEmpty())
             compose();
         else
             m_result.end = ExactEnd::Unreadable;
-        if (m_result.end != ExactEnd::Whole && m_result.partError.isEmpty())
-            m_result.partError = m_archive->errorString();
+        const bool isFirstError = errorBefore != m_archive->errorString();
+        m_result.partError = isFirstError || m_mail.error.isEmpty() ? m_archive->errorString() : m_mail.error;
+        if (!m_goOn())
+            m_result.end = ExactEnd::Stopped;
         m_target->endMessage(m_result, m_problems);
     }
 
@@ -226,8 +229,8 @@ private:
     {
         if (m_mail.body.size() == m_mail.bodyBytes)
             use(view(m_mail.body));
-        else
-            readOlmBody(m_archive, m_record.llXmlOffset, m_record.llXmlSize, use);
+        else if (!readOlmBody(m_archive, m_record.llXmlOffset, m_record.llXmlSize, m_goOn, use))
+            m_result.end = ExactEnd::Unreadable;
     }
 
     bool bodyHoldsTag()
@@ -252,7 +255,7 @@ private:
             const qint64 got = m_archive->read(place.offset + done, block.data(), wanted);
             if (got <= 0)
                 m_result.end = ExactEnd::Unreadable;
-            if (got <= 0 || m_target->isStopped())
+            if (got <= 0 || !m_goOn())
                 return;
             use(std::string_view(block.data(), static_cast<size_t>(got)));
             done += got;
@@ -298,6 +301,7 @@ private:
 
     const MailMLRC &m_record;
     ByteSource *m_archive;
+    const std::function<bool()> &m_goOn;
     PieceFiller *m_target;
     ExactText m_text;
     OlmMail m_mail;
@@ -307,30 +311,32 @@ private:
 };
 
 void composeAll(const std::vector<const MailMLRC *> &records, ByteSource *archive,
-                AheadQueue<ComposedPiece> *pieces)
+                const std::function<bool()> &goOn, AheadQueue<ComposedPiece> *pieces)
 {
     PieceFiller filler(pieces);
     for (const MailMLRC *record : records) {
         if (filler.isStopped())
             return;
-        OlmComposer(*record, archive, &filler).run();
+        OlmComposer(*record, archive, goOn, &filler).run();
     }
 }
 } // namespace
 
-OlmMessages::OlmMessages(std::vector<const MailMLRC *> records, ByteSource *archive)
-    : m_pieces([records = std::move(records), archive](AheadQueue<ComposedPiece> *pieces) {
-          composeAll(records, archive, pieces);
+OlmMessages::OlmMessages(std::vector<const MailMLRC *> records, ByteSource *archive,
+                         const std::function<bool()> &goOn)
+    : m_goOn(goOn),
+      m_pieces([records = std::move(records), archive, goOn](AheadQueue<ComposedPiece> *pieces) {
+          composeAll(records, archive, goOn, pieces);
       })
 {
 }
 
-ExactMessageCopy OlmMessages::appendNext(MailboxFile *target, const std::function<bool()> &goOn)
+ExactMessageCopy OlmMessages::appendNext(MailboxFile *target)
 {
     const qint64 before = target->size();
     ExactMessageCopy result;
     result.end = ExactEnd::Stopped;
-    while (const ComposedPiece *piece = goOn() ? m_pieces.next() : nullptr) {
+    while (const ComposedPiece *piece = m_goOn() ? m_pieces.next() : nullptr) {
         target->append(piece->bytes);
         if (!piece->endsMessage)
             continue;

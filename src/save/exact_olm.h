@@ -7,6 +7,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,17 +22,19 @@ struct ComposedPiece {
 /// Appends messages of an .olm file to mailboxes, each composed from its XML: all of its subject, people, dates, ids and
 /// body in UTF-8, its attachments wherever they stand in the archive (RFC 5322, RFC 2045 to 2047, RFC 2231). An
 /// attachment that the archive doesn't have is left out, told, and counted among the empty parts. Attachments pass
-/// through in pieces; the XML of one message is held. A thread composes ahead of what is written.
+/// through in pieces, bodies of more than 1 MiB too. A thread composes ahead of what is written.
 class OlmMessages
 {
 public:
-    /// The messages of these records, in this order. Nobody else may use the archive meanwhile.
-    OlmMessages(std::vector<const MailMLRC *> records, ByteSource *archive);
+    /// The messages of these records, in this order. Nobody else may use the archive meanwhile. `goOn` is asked by both
+    /// threads; where it gives false the copy stops, and no message comes behind it.
+    OlmMessages(std::vector<const MailMLRC *> records, ByteSource *archive,
+                const std::function<bool()> &goOn);
 
-    /// Appends the next record's message, nothing where it is not whole. `goOn`: false stops the copy, and no message
-    /// comes behind it.
-    ExactMessageCopy appendNext(MailboxFile *target, const std::function<bool()> &goOn);
+    /// Appends the next record's message, nothing where it is not whole.
+    ExactMessageCopy appendNext(MailboxFile *target);
 
 private:
+    std::function<bool()> m_goOn;
     AheadQueue<ComposedPiece> m_pieces;
 };

@@ -162,7 +162,7 @@ void ExactSaving::saveOlmMessage(const MailMLRC &record, OlmMessages *messages)
     saveLedger.addFound();
     openTarget();
     const MessagePlace place{m_selectedFile, record.llXmlOffset};
-    tellMessage(messages->appendNext(&m_target, m_goOn), place, QString());
+    tellMessage(messages->appendNext(&m_target), place, QString());
 }
 
 void ExactSaving::tellMessage(const ExactMessageCopy &copy, const MessagePlace &place,

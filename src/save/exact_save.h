@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/records.h"
+#include "platform/byte_source.h"
 #include "save/exact_message.h"
 #include "save/exact_target.h"
 #include "save/message_batch.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/byte_source.h"
 #include "save/mailbox_file.h"
 
 #include <QThread>

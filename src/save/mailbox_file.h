@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/byte_source.h"
 #include "platform/finder_info.h"
 
 #include <QByteArray>

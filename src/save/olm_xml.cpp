@@ -16,6 +16,8 @@ namespace
 {
 constexpr qint64 pieceBytes = 16 * 1024;
 constexpr int mostUnfed = 64 * 1024;
+constexpr int deepest = 1000;
+constexpr int longestThing = 64 * 1024 * 1024; // which the XML reader holds several times
 constexpr int longestHeldBody = 1024 * 1024;
 constexpr char bodyElement[] = "OPFMessageCopyBody";
 
@@ -80,62 +82,78 @@ class MailReader
 {
 public:
     /// `takeBody` gets the body in pieces.
-    MailReader(ByteSource *archive, qint64 start, qint64 end, TakeBytes takeBody)
+    MailReader(ByteSource *archive, qint64 start, qint64 end, std::function<bool()> goOn, TakeBytes takeBody)
         : m_archive(archive),
           m_position(start),
           m_end(end),
+          m_goOn(std::move(goOn)),
           m_takeBody(std::move(takeBody)),
-          m_decoder(QTextCodec::codecForName("UTF-8")->makeDecoder())
+          m_decoder(QTextCodec::codecForName("UTF-8")->makeDecoder(QTextCodec::IgnoreHeader))
     {
         m_xml.setNamespaceProcessing(false);
     }
 
     OlmMail read()
     {
-        for (int depth = 0; !m_xml.hasError() && (depth > 0 || !m_xml.isEndElement());) {
+        do {
             next();
-            depth += m_xml.isStartElement() ? 1 : m_xml.isEndElement() ? -1 : 0;
-            if (m_xml.isStartElement() && takeElement())
-                --depth;
-        }
+            if (m_xml.isStartElement())
+                takeElement();
+        } while (!m_xml.hasError() && (m_depth > 0 || !m_xml.isEndElement()));
         if (m_xml.hasError())
             m_mail.error = m_xml.errorString();
         return m_mail;
     }
 
 private:
-    // The next thing in the XML; the reader wants more bytes in the middle of anything.
+    // The next thing in the XML. The reader wants more bytes in the middle of anything, and then goes through a comment
+    // from its start again: it gets as many as it has got.
     void next()
     {
+        int fed = 0;
         while (m_xml.readNext() == QXmlStreamReader::Invalid &&
-               m_xml.error() == QXmlStreamReader::PrematureEndOfDocumentError && feed())
-            ;
+               m_xml.error() == QXmlStreamReader::PrematureEndOfDocumentError) {
+            if (fed > longestThing)
+                return m_xml.raiseError(Problem::tr("a text in it is too long"));
+            const int bytes = feed(fed);
+            if (bytes == 0)
+                return;
+            fed += bytes;
+        }
+        m_depth += m_xml.isStartElement() ? 1 : m_xml.isEndElement() ? -1 : 0;
+        if (m_depth > deepest)
+            m_xml.raiseError(Problem::tr("nested too deep"));
     }
 
-    // Gives the XML reader what has come up to the body's start tag, or up to the last tag; false at the end.
-    bool feed()
+    // Gives the XML reader what has come up to the body's start tag, or up to the last tag; so many bytes at least where
+    // there are. Gives how many, 0 at the end.
+    int feed(int least)
     {
         static const QByteArray bodyTag = QByteArray("<") + bodyElement;
         m_cutsAtBodyTag = m_cutsAtBodyTag && !m_isBehindBodyTag; // it was none, or had a ">" in an attribute
+        while (m_unfed.size() < least && readPiece())
+            ;
         for (;;) {
             const int tag = m_cutsAtBodyTag ? m_unfed.indexOf(bodyTag) : -1;
             int end = (tag < 0 ? m_unfed.lastIndexOf('>') : m_unfed.indexOf('>', tag)) + 1;
-            m_isBehindBodyTag = tag >= 0 && end > 0;
+            m_isBehindBodyTag = tag >= 0 && end > 0 && m_unfed.at(end - 2) != '/';
             if (end == 0 && m_unfed.size() < mostUnfed && readPiece())
                 continue;
             if (end == 0) // a text of any length, or the rest
                 end = m_unfed.lastIndexOf('<') > 0 ? m_unfed.lastIndexOf('<') : m_unfed.size();
             if (end == 0)
-                return false;
+                return 0;
             const bool isWhole = m_unfed.at(end - 1) == '>' || m_position == m_end;
             m_xml.addData(m_xmlText.take(taken(end), isWhole));
-            return true;
+            return end;
         }
     }
 
     // Takes the next bytes of the archive; false behind the last one.
     bool readPiece()
     {
+        if (!m_goOn())
+            m_position = m_end;
         QByteArray piece(static_cast<int>(std::min(pieceBytes, m_end - m_position)), Qt::Uninitialized);
         piece.truncate(static_cast<int>(m_archive->read(m_position, piece.data(), piece.size())));
         m_position = piece.isEmpty() ? m_end : m_position + piece.size();
@@ -159,15 +177,14 @@ private:
         return bytes;
     }
 
-    // True if it has read on to the element's end.
-    bool takeElement()
+    void takeElement()
     {
         const QStringRef name = m_xml.name();
         if (name == QLatin1String("emailAddress")) {
             if (m_people)
                 m_people->append({attribute(m_xml, "OPFContactEmailAddressName"),
                                   attribute(m_xml, "OPFContactEmailAddressAddress")});
-            return false;
+            return;
         }
         const PeopleElement *people = rowOf(peopleElements, name);
         m_people = people ? &(m_mail.*people->people) : nullptr;
@@ -176,11 +193,11 @@ private:
                 {attribute(m_xml, "OPFAttachmentURL"), attribute(m_xml, "OPFAttachmentName"),
                  attribute(m_xml, "OPFAttachmentContentType"), attribute(m_xml, "OPFAttachmentContentID")});
         const bool isBodyTag = name.startsWith(QLatin1String(bodyElement));
-        return takeText(name, isBodyTag && std::exchange(m_isBehindBodyTag, false));
+        takeText(name, isBodyTag && std::exchange(m_isBehindBodyTag, false));
     }
 
     // `isCut`: the XML reader has got nothing behind the start tag.
-    bool takeText(const QStringRef &name, bool isCut)
+    void takeText(const QStringRef &name, bool isCut)
     {
         const TextElement *text = rowOf(textElements, name);
         const TimeElement *time = rowOf(timeElements, name);
@@ -191,7 +208,6 @@ private:
             m_mail.*time->time = utcOf(QString::fromUtf8(elementText()));
         if (isBody)
             takeBody(isCut);
-        return text || time || isBody;
     }
 
     // The text is taken up to the next tag; only where that is not the end tag, the XML reader takes the rest.
@@ -211,16 +227,17 @@ private:
     void giveBody(const QByteArray &bytes)
     {
         m_mail.bodyBytes += bytes.size();
-        m_takeBody({bytes.constData(), static_cast<size_t>(bytes.size())});
+        std::string_view rest(bytes.constData(), static_cast<size_t>(bytes.size()));
+        for (; !rest.empty(); rest.remove_prefix(std::min<size_t>(pieceBytes, rest.size())))
+            m_takeBody(rest.substr(0, pieceBytes));
     }
 
     // All text up to the end of the element.
     QByteArray elementText()
     {
         QByteArray text;
-        for (int depth = 1; depth > 0 && !m_xml.hasError();) {
+        for (const int outside = m_depth - 1; m_depth > outside && !m_xml.hasError();) {
             next();
-            depth += m_xml.isStartElement() ? 1 : m_xml.isEndElement() ? -1 : 0;
             if (m_xml.isCharacters())
                 text += m_xml.text().toUtf8();
         }
@@ -230,13 +247,15 @@ private:
     ByteSource *m_archive;
     qint64 m_position;
     qint64 m_end;
+    std::function<bool()> m_goOn;
     TakeBytes m_takeBody;
     std::unique_ptr<QTextDecoder> m_decoder;
-    QByteArray m_unfed;             ///< has come from the archive and is not dealt with
+    QByteArray m_unfed; ///< has come from the archive and is not dealt with
     bool m_cutsAtBodyTag = true;
     bool m_isBehindBodyTag = false; ///< what the XML reader got last ends in the body's start tag
     OlmXmlText m_xmlText{OlmXmlText::Form::Xml};
     QXmlStreamReader m_xml;
+    int m_depth = 0;                       ///< elements that are open
     QList<MailPerson> *m_people = nullptr; ///< the list whose addresses are read
     OlmMail m_mail;
 };
@@ -253,21 +272,22 @@ qint64 startOfMessage(ByteSource *archive, qint64 offset, qint64 size)
     return at < 0 ? -1 : offset + at;
 }
 
-OlmMail readMail(ByteSource *archive, qint64 offset, qint64 size, const TakeBytes &takeBody)
+OlmMail readMail(ByteSource *archive, qint64 offset, qint64 size, const std::function<bool()> &goOn,
+                 const TakeBytes &takeBody)
 {
     const qint64 start = startOfMessage(archive, offset, size);
     if (start >= 0)
-        return MailReader(archive, start, offset + size, takeBody).read();
+        return MailReader(archive, start, offset + size, goOn, takeBody).read();
     OlmMail none;
     none.error = Problem::tr("there is no message");
     return none;
 }
 } // namespace
 
-OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size)
+OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size, const std::function<bool()> &goOn)
 {
     QByteArray body;
-    OlmMail mail = readMail(archive, offset, size, [&body](std::string_view bytes) {
+    OlmMail mail = readMail(archive, offset, size, goOn, [&body](std::string_view bytes) {
         const size_t room = static_cast<size_t>(longestHeldBody - body.size());
         body.append(bytes.data(), static_cast<int>(std::min(bytes.size(), room)));
     });
@@ -275,7 +295,8 @@ OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size)
     return mail;
 }
 
-void readOlmBody(ByteSource *archive, qint64 offset, qint64 size, const TakeBytes &take)
+bool readOlmBody(ByteSource *archive, qint64 offset, qint64 size, const std::function<bool()> &goOn,
+                 const TakeBytes &take)
 {
-    readMail(archive, offset, size, take);
+    return readMail(archive, offset, size, goOn, take).error.isEmpty();
 }

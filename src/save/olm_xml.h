@@ -6,6 +6,8 @@
 
 #include <QDateTime>
 
+#include <functional>
+
 /// An attachment as its message names it.
 struct OlmAttachmentLink {
     QString url; ///< its entry's name in the archive
@@ -26,14 +28,16 @@ struct OlmMail {
     QString references;
     QDateTime sent; ///< in UTC, as the next; invalid where there is none
     QDateTime received;
-    QByteArray body;      ///< in UTF-8, escapes undone once, lines end with a line feed; 1 MiB of it at most
+    QByteArray body; ///< in UTF-8, references undone once, lines end with a line feed; 1 MiB of it at most
     qint64 bodyBytes = 0; ///< of the whole body
     QList<OlmAttachmentLink> attachments;
     QString error; ///< why the XML can't be read; "" where it can
 };
 
 /// Reads one message: of these bytes of an archive, which hold its "<email>" start tag, all up to its end tag. What XML
-/// does not allow (control characters, broken UTF-8, a bare "&", "&nbsp;") is borne. The XML is read in pieces.
-OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size);
-/// The body of such a message in pieces, however long.
-void readOlmBody(ByteSource *archive, qint64 offset, qint64 size, const TakeBytes &take);
+/// does not allow (control characters, broken UTF-8, a bare "&", "&nbsp;") is borne. The XML is read in pieces; where
+/// `goOn` gives false it ends there. Markup in the body, and any other text, may have 64 MiB.
+OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size, const std::function<bool()> &goOn);
+/// The body of such a message in pieces, however long; false where it can't be read to its end any more.
+bool readOlmBody(ByteSource *archive, qint64 offset, qint64 size, const std::function<bool()> &goOn,
+                 const TakeBytes &take);

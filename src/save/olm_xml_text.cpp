@@ -6,12 +6,12 @@
 #include <QString>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
-constexpr ptrdiff_t longestReference = 10;            // "&#1114111;"
-constexpr ptrdiff_t lookAhead = 2 * longestReference; // "&#13;&#10;" is one line's end
-constexpr char ofPlaneEnd = '\xEF';                   // U+FFFE and U+FFFF begin with it
+constexpr ptrdiff_t longestReference = 10; // "&#1114111;"
+constexpr char ofPlaneEnd = '\xEF';        // U+FFFE and U+FFFF begin with it
 constexpr std::string_view planeEnds[] = {"\xEF\xBF\xBE", "\xEF\xBF\xBF"};
 
 /// "&lt;" or "&#233;" at the start of a text.
@@ -56,17 +56,10 @@ Reference referenceAt(std::string_view text)
     return {length, isAllowed(character) ? character : 0};
 }
 
-bool startsWithFeed(std::string_view text)
+QByteArray utf8Of(uint character)
 {
-    return startsWith(text, "\n") || startsWith(text, "\r") || referenceAt(text).character == '\n';
-}
-
-void appendCharacter(uint character, QByteArray *out)
-{
-    if (character < 0x80)
-        *out += static_cast<char>(character);
-    else
-        *out += QString::fromUcs4(&character, 1).toUtf8();
+    return character < 0x80 ? QByteArray(1, static_cast<char>(character))
+                            : QString::fromUcs4(&character, 1).toUtf8();
 }
 
 // Also true for some bytes that stay.
@@ -79,46 +72,77 @@ constexpr auto needsLook = [](auto byte) {
 QByteArray OlmXmlText::take(const QByteArray &piece, bool isWhole)
 {
     m_held += piece;
-    QByteArray out;
-    out.reserve(m_held.size());
+    m_result.reserve(m_held.size());
     const char *at = m_held.constData();
     const char *end = at + m_held.size();
     while (at < end) {
         const char *start = at;
         at = findByte(at, end, needsLook);
-        out.append(start, static_cast<int>(at - start));
-        if (at == end || (!isWhole && end - at < lookAhead))
+        put({start, static_cast<size_t>(at - start)});
+        if (at == end || (!isWhole && end - at < longestReference))
             break;
-        at += takeCharacter({at, static_cast<size_t>(end - at)}, &out);
+        at += takeCharacter({at, static_cast<size_t>(end - at)});
     }
     m_held.remove(0, static_cast<int>(at - m_held.constData()));
-    return out;
+    if (isWhole)
+        release(false);
+    return std::exchange(m_result, QByteArray());
 }
 
 // Takes a character or a reference from the start of the text. Gives how many bytes it was.
-size_t OlmXmlText::takeCharacter(std::string_view text, QByteArray *out) const
+size_t OlmXmlText::takeCharacter(std::string_view text)
 {
-    const char first = text[0];
-    if (first == ofPlaneEnd) {
-        const bool isPlaneEnd = startsWith(text, planeEnds[0]) || startsWith(text, planeEnds[1]);
-        out->append(text.data(), isPlaneEnd ? 0 : 1);
-        return isPlaneEnd ? planeEnds[0].size() : 1;
-    }
-    if (first != '&') {
-        if (first == '\r' && !startsWith(text, "\r\n"))
-            *out += '\n';
+    if (text[0] == '&')
+        return takeReference(text);
+    if (text[0] == '\r')
+        putCr(false);
+    if (text[0] != ofPlaneEnd)
         return 1;
-    }
+    if (startsWith(text, planeEnds[0]) || startsWith(text, planeEnds[1]))
+        return planeEnds[0].size();
+    put(text.substr(0, 1));
+    return 1;
+}
+
+size_t OlmXmlText::takeReference(std::string_view text)
+{
     const Reference reference = referenceAt(text);
     if (reference.length == 0) {
-        *out += m_form == Form::Xml ? "&amp;" : "&";
+        put(m_form == Form::Xml ? "&amp;" : "&");
         return 1;
     }
-    if (reference.character == 0)
-        return reference.length;
-    if (m_form == Form::Xml && reference.character != QChar::Nbsp)
-        out->append(text.data(), static_cast<int>(reference.length));
-    else if (reference.character != '\r' || !startsWithFeed(text.substr(reference.length)))
-        appendCharacter(reference.character, out);
+    if (reference.character != 0 && m_form == Form::Xml && reference.character != QChar::Nbsp)
+        put(text.substr(0, reference.length));
+    else if (reference.character == '\r')
+        putCr(true);
+    else if (reference.character != 0) {
+        const QByteArray character = utf8Of(reference.character);
+        put({character.constData(), static_cast<size_t>(character.size())}, true);
+    }
     return reference.length;
+}
+
+void OlmXmlText::put(std::string_view text, bool isReference)
+{
+    if (text.empty())
+        return;
+    release(text[0] == '\n' && (m_heldCr == '\r' || !isReference));
+    m_result.append(text.data(), static_cast<int>(text.size()));
+}
+
+// In the XML a CR and what follows stay as they are: its reader makes a line feed of them.
+void OlmXmlText::putCr(bool isReference)
+{
+    if (m_form == Form::Xml)
+        return put("\r");
+    release(m_heldCr == '\r' && !isReference);
+    m_heldCr = isReference ? '\r' : '\n';
+}
+
+// Lets go of a CR that was held; nothing of it stays where the line feed that follows swallows it.
+void OlmXmlText::release(bool swallowed)
+{
+    if (m_heldCr != 0 && !swallowed)
+        m_result += m_heldCr;
+    m_heldCr = 0;
 }

@@ -16,12 +16,18 @@ public:
 
     explicit OlmXmlText(Form form) : m_form(form) {}
 
-    /// What becomes of the next piece. `isWhole`: no reference goes on behind it.
+    /// What becomes of the next piece. `isWhole`: nothing goes on behind it.
     QByteArray take(const QByteArray &piece, bool isWhole);
 
 private:
-    size_t takeCharacter(std::string_view text, QByteArray *out) const;
+    size_t takeCharacter(std::string_view text);
+    size_t takeReference(std::string_view text);
+    void put(std::string_view text, bool isReference = false);
+    void putCr(bool isReference);
+    void release(bool swallowed);
 
     Form m_form;
-    QByteArray m_held; ///< that has not been given yet
+    QByteArray m_held; ///< of the pieces, that has not been looked at
+    char m_heldCr = 0; ///< what a CR becomes if no line feed follows: a line feed or, of a reference, itself
+    QByteArray m_result; ///< that has not been given
 };

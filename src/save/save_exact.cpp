@@ -90,9 +90,10 @@ bool QMailSaving::saveExactArchive()
         leaveOutArchive(archive);
         return true;
     }
-    ExactSaving saving(m_mode, [] { return !bStopFlag; });
+    const auto goOn = [] { return !bStopFlag; };
+    ExactSaving saving(m_mode, goOn);
     const std::vector<const MailMLRC *> records = tickedRecords();
-    std::optional<OlmMessages> messages(std::in_place, records, &archive);
+    std::optional<OlmMessages> messages(std::in_place, records, &archive, goOn);
     for (const MailMLRC *record : records) {
         if (bStopFlag)
             break;
