@@ -31,13 +31,7 @@ struct Piece {
 class PieceReader
 {
 public:
-    explicit PieceReader(ByteSource *source) : m_source(source)
-    {
-        char mark[byteOrderMark.size()];
-        const qint64 got = source->read(0, mark, sizeof(mark));
-        if (std::string_view(mark, static_cast<size_t>(got)) == byteOrderMark)
-            m_position = got;
-    }
+    explicit PieceReader(ByteSource *source) : m_source(source) {}
 
     /// The next piece, in a block for it.
     Piece read(std::vector<char> *block)
@@ -50,6 +44,9 @@ public:
         piece.start = m_position;
         piece.beginsMessage = m_isAtMessage;
         piece.bytes = {block->data(), static_cast<size_t>(got)};
+        if (m_position == 0)
+            piece.bytes = withoutMark(piece.bytes);
+        piece.start += got - static_cast<qint64>(piece.bytes.size());
         const size_t feed = piece.bytes.rfind('\n');
         if (!isLast && feed != std::string_view::npos)
             piece.bytes = piece.bytes.substr(0, feed + 1);
@@ -59,7 +56,7 @@ public:
             piece = withoutLast;
         else if (failed)
             piece.bytes = {};
-        m_position += static_cast<qint64>(piece.bytes.size());
+        m_position = piece.start + static_cast<qint64>(piece.bytes.size());
         m_atLineStart = !piece.bytes.empty() && piece.bytes.back() == '\n';
         piece.isPlain = m_atLineStart && !holdsCrLf(piece.bytes);
         return piece;
@@ -74,7 +71,8 @@ private:
         const std::string_view bytes = piece->bytes;
         for (size_t at = m_atLineStart && startsWith(bytes, separatorStart) ? 0 : nextLine(bytes, 0);
              at < bytes.size(); at = nextLine(bytes, at)) {
-            if (!m_isFirst && !isMboxSeparator(bytes.substr(at, bytes.find('\n', at) - at))) {
+            if (!m_isFirst &&
+                !isSeparator(bytes.substr(at), piece->start + static_cast<qint64>(bytes.size()))) {
                 ++piece->strays;
                 continue;
             }
@@ -85,6 +83,14 @@ private:
             ++piece->messages;
         }
         return withoutLast;
+    }
+
+    // `text` begins with the line, which goes on at `next` in the source where it holds no line feed.
+    bool isSeparator(std::string_view text, qint64 next)
+    {
+        const size_t feed = text.find('\n');
+        return feed == std::string_view::npos ? isMboxSeparator(text, m_source, next)
+                                              : isMboxSeparator(text.substr(0, feed));
     }
 
     // The next line that starts with "From " behind the one at `at`.
@@ -163,6 +169,7 @@ private:
             if (m_target->settle()) {
                 m_settledMessages = m_result.written;
                 m_settledStrays = m_result.strays;
+                m_settledOffset = piece.start;
             }
             m_messageStart = m_target->size();
             m_straysBefore = m_result.strays;
@@ -199,6 +206,7 @@ private:
         m_result.end = ExactEnd::Unwritable;
         m_result.written = m_settledMessages;
         m_result.strays = m_settledStrays;
+        m_result.cutOffset = m_settledOffset;
     }
 
     ByteSource *m_source;
@@ -209,6 +217,7 @@ private:
     qint64 m_straysBefore = 0;
     qint64 m_settledMessages = 0; ///< that no later failure can take away
     qint64 m_settledStrays = 0;
+    qint64 m_settledOffset = 0; ///< in the source, behind them, bytes
     ExactMailboxCopy m_result;
     AheadQueue<ReadPiece> m_pieces;
 };
@@ -234,7 +243,7 @@ ExactMailboxCopy probeMailbox(ByteSource *source)
             break;
         at += got;
     }
-    if (!source->errorString().isEmpty())
+    if (probe.found == 0 && !source->errorString().isEmpty())
         probe.end = ExactEnd::Unreadable;
     else if (isFirst)
         probe.end = ExactEnd::NoMailbox;

@@ -27,6 +27,7 @@ LeftOutReason reasonOf(const ByteSource &source)
 {
     return source.errorNumber() == ENOENT ? LeftOutReason::Vanished : LeftOutReason::Unreadable;
 }
+
 // Why messages of a mailbox are left out; where the copy is whole they are those that the scan saw.
 LeftOutReason reasonOf(ExactEnd end)
 {
@@ -101,12 +102,13 @@ void ExactSaving::closeMailbox()
 
 void ExactSaving::saveMailbox(const MailItemNode &mailbox, const std::function<void(int)> &progress)
 {
-    ByteSource source = ByteSource::ofFile(mailbox.path);
-    const ExactMailboxCopy probe = probeMailbox(&source);
+    ByteSource start = ByteSource::ofFile(mailbox.path);
+    const ExactMailboxCopy probe = probeMailbox(&start);
     if (probe.end != ExactEnd::Whole)
-        return tellPassedOver(mailbox.path, probe.end, source);
+        return tellPassedOver(mailbox.path, probe.end, start);
     if (probe.found == 0)
-        return; // a file of one line
+        return;                                           // a file of one line
+    ByteSource source = ByteSource::ofFile(mailbox.path); // without what went wrong behind the first line
     openTarget();
     const ExactMailboxCopy copy = copyMailboxExactly(&source, &m_target, [&](qint64 done) {
         progress(static_cast<int>(done * 100 / source.size()));

@@ -17,7 +17,7 @@ namespace
 constexpr qint64 pieceBytes = 16 * 1024;
 constexpr int mostUnfed = 64 * 1024;
 constexpr int deepest = 1000;
-constexpr int longestThing = 64 * 1024 * 1024; // which the XML reader holds several times
+constexpr int longestThing = 16 * 1024 * 1024; // which the XML reader holds several times
 constexpr int longestHeldBody = 1024 * 1024;
 constexpr char bodyElement[] = "OPFMessageCopyBody";
 
@@ -221,7 +221,7 @@ private:
             isWhole = tag >= 0 || m_unfed.isEmpty();
             giveBody(text.take(taken(tag >= 0 ? tag : m_unfed.size()), isWhole));
         }
-        giveBody(elementText().replace("\r\n", "\n"));
+        readText([this](const QByteArray &piece) { giveBody(QByteArray(piece).replace("\r\n", "\n")); });
     }
 
     void giveBody(const QByteArray &bytes)
@@ -236,12 +236,22 @@ private:
     QByteArray elementText()
     {
         QByteArray text;
+        readText([&](const QByteArray &piece) {
+            text += piece;
+            if (text.size() > longestThing)
+                m_xml.raiseError(Problem::tr("a text in it is too long"));
+        });
+        return text;
+    }
+
+    template <typename Use>
+    void readText(Use use)
+    {
         for (const int outside = m_depth - 1; m_depth > outside && !m_xml.hasError();) {
             next();
             if (m_xml.isCharacters())
-                text += m_xml.text().toUtf8();
+                use(m_xml.text().toUtf8());
         }
-        return text;
     }
 
     ByteSource *m_archive;

@@ -36,7 +36,7 @@ struct OlmMail {
 
 /// Reads one message: of these bytes of an archive, which hold its "<email>" start tag, all up to its end tag. What XML
 /// does not allow (control characters, broken UTF-8, a bare "&", "&nbsp;") is borne. The XML is read in pieces; where
-/// `goOn` gives false it ends there. Markup in the body, and any other text, may have 64 MiB.
+/// `goOn` gives false it ends there. A text has 16 MiB at most, but for the body's in front of all markup.
 OlmMail readOlmMail(ByteSource *archive, qint64 offset, qint64 size, const std::function<bool()> &goOn);
 /// The body of such a message in pieces, however long; false where it can't be read to its end any more.
 bool readOlmBody(ByteSource *archive, qint64 offset, qint64 size, const std::function<bool()> &goOn,

@@ -289,7 +289,10 @@ private slots:
         for (const int place :
              {1, 40, 300000, starts[100], starts[200], starts[200] + 1, mailbox.size() - 1}) {
             const QString path = out.filePath(QString::number(place));
-            ByteSource source = ByteSource::failing({mailbox.constData(), size_t(mailbox.size())}, place);
+            const std::string_view bytes(mailbox.constData(), size_t(mailbox.size()));
+            ByteSource start = ByteSource::failing(bytes, place);
+            QCOMPARE(probeMailbox(&start).end == ExactEnd::Whole, place > 1); // its first line can be read
+            ByteSource source = ByteSource::failing(bytes, place);
             MailboxFile target;
             target.open(path, {});
             const ExactMailboxCopy copy = copyMailboxExactly(&source, &target, [](qint64) { return true; });
