@@ -190,14 +190,20 @@ private:
 
     bool bodyHoldsTag()
     {
-        QByteArray text;
-        bool found = holdsTag(m_mail.body);
-        if (!found && m_mail.body.size() < m_mail.bodyBytes)
-            readBody([&](std::string_view bytes) {
-                text = text.right(longestTag).append(bytes.data(), static_cast<int>(bytes.size()));
-                found = found || holdsTag(text);
-            });
-        return found;
+        QByteArray text = m_mail.body;
+        bool found = holdsTag(text);
+        if (found || text.size() == m_mail.bodyBytes)
+            return found;
+        text.clear();
+        readBody([&](std::string_view bytes) {
+            if (!found)
+                text.append(bytes.data(), static_cast<int>(bytes.size()));
+            if (found || text.size() < blockBytes)
+                return;
+            found = holdsTag(text);
+            text = text.right(longestTag);
+        });
+        return found || holdsTag(text);
     }
 
     // Calls `use` for the bytes of an attachment, in pieces.

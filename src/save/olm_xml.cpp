@@ -222,14 +222,26 @@ private:
             giveBody(text.take(taken(tag >= 0 ? tag : m_unfed.size()), isWhole));
         }
         readText([this](const QByteArray &piece) { giveBody(QByteArray(piece).replace("\r\n", "\n")); });
+        if (std::exchange(m_heldCr, false))
+            giveBytes("\r");
     }
 
+    // A CR at the end waits for a line feed, which may stand behind a tag.
     void giveBody(const QByteArray &bytes)
     {
-        m_mail.bodyBytes += bytes.size();
-        std::string_view rest(bytes.constData(), static_cast<size_t>(bytes.size()));
-        for (; !rest.empty(); rest.remove_prefix(std::min<size_t>(pieceBytes, rest.size())))
-            m_takeBody(rest.substr(0, pieceBytes));
+        if (bytes.isEmpty())
+            return;
+        if (m_heldCr && bytes.at(0) != '\n')
+            giveBytes("\r");
+        m_heldCr = bytes.endsWith('\r');
+        giveBytes({bytes.constData(), static_cast<size_t>(bytes.size() - (m_heldCr ? 1 : 0))});
+    }
+
+    void giveBytes(std::string_view bytes)
+    {
+        m_mail.bodyBytes += static_cast<qint64>(bytes.size());
+        for (; !bytes.empty(); bytes.remove_prefix(std::min<size_t>(pieceBytes, bytes.size())))
+            m_takeBody(bytes.substr(0, pieceBytes));
     }
 
     // All text up to the end of the element.
@@ -265,6 +277,7 @@ private:
     bool m_isBehindBodyTag = false; ///< what the XML reader got last ends in the body's start tag
     OlmXmlText m_xmlText{OlmXmlText::Form::Xml};
     QXmlStreamReader m_xml;
+    bool m_heldCr = false;                 ///< the body's
     int m_depth = 0;                       ///< elements that are open
     QList<MailPerson> *m_people = nullptr; ///< the list whose addresses are read
     OlmMail m_mail;
