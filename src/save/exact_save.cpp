@@ -106,9 +106,10 @@ void ExactSaving::saveMailbox(const MailItemNode &mailbox, const std::function<v
     const ExactMailboxCopy probe = probeMailbox(&start);
     if (probe.end != ExactEnd::Whole)
         return tellPassedOver(mailbox.path, probe.end, start);
-    if (probe.found == 0)
-        return;                                           // a file of one line
-    ByteSource source = ByteSource::ofFile(mailbox.path); // without what went wrong behind the first line
+    if (probe.found == 0) // a file of one line
+        return;
+    // Opened anew: what went wrong behind the first line may not go wrong again.
+    ByteSource source = ByteSource::ofFile(mailbox.path);
     openTarget();
     const ExactMailboxCopy copy = copyMailboxExactly(&source, &m_target, [&](qint64 done) {
         progress(static_cast<int>(done * 100 / source.size()));
