@@ -106,8 +106,9 @@ public:
     }
 
 private:
-    // The next thing in the XML. The reader wants more bytes in the middle of anything, and then goes through a comment
-    // from its start again: it gets as many as it has got.
+    // The next thing in the XML. The reader wants more bytes in the middle of anything, and goes through a comment from
+    // its start again each time. It gets as many as it has had so far, so that a comment of 16 MiB is gone through ten
+    // times and not a thousand.
     void next()
     {
         int fed = 0;
@@ -130,7 +131,9 @@ private:
     int feed(int least)
     {
         static const QByteArray bodyTag = QByteArray("<") + bodyElement;
-        m_cutsAtBodyTag = m_cutsAtBodyTag && !m_isBehindBodyTag; // it was none, or had a ">" in an attribute
+        // Fed again without an element in between: what ended the last feed was no body tag, or its ">" stood in an
+        // attribute. The XML reader takes the rest of such a message, body and all.
+        m_cutsAtBodyTag = m_cutsAtBodyTag && !m_isBehindBodyTag;
         while (m_unfed.size() < least && readPiece())
             ;
         for (;;) {
